@@ -1,0 +1,65 @@
+#ifndef VEXLITE_HOSTCONTROL_H
+#define VEXLITE_HOSTCONTROL_H
+
+#include "vexlite_global.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+class IKAuthorizationHandler;
+
+// Control of the stand-in host, for host applications and tests. Plug-in
+// code never includes this header: it sees the host only through krt::*.
+//
+// The host reads its state from a profile directory holding "host.json":
+//   { "product": { "overseas": false, "strings": {..}, "features": {..} },
+//     "configs": { "builtin": {..}, "machine": {..}, "user": {..},
+//                  "server": {..}, "policy": {..} },
+//     "info":    { "version": "12.1.0.17890" },
+//     "i18n":    { "language": "en_US" } }
+// The directory is named by the environment variable ZENTO_HOST_PROFILE,
+// else it is "profile" beside the application. It is read on first use.
+namespace krt {
+namespace hostcontrol {
+
+enum ConfigLayer : unsigned {
+    BuiltinLayer = 0x01,
+    MachineLayer = 0x02,
+    UserLayer = 0x04,
+    ServerLayer = 0x08,
+    PolicyLayer = 0x10,
+    AllLayers = 0x1f,
+};
+
+VEXLITE_EXPORT const char* profileEnvironmentVariable();
+
+// Replaces the host's state with the profile in dir. On failure the state is
+// empty, and error (if given) says why in one line.
+VEXLITE_EXPORT bool loadProfile(const QString& dir, QString* error = nullptr);
+// Empties the host's state; profileDir() becomes dir, which need not exist.
+VEXLITE_EXPORT void resetProfile(const QString& dir = QString());
+// Writes the current state as host.json into dir (created if missing).
+VEXLITE_EXPORT bool saveProfile(const QString& dir, QString* error = nullptr);
+VEXLITE_EXPORT QString profileDir();
+
+VEXLITE_EXPORT void setHandler(IKAuthorizationHandler* handler);
+VEXLITE_EXPORT IKAuthorizationHandler* handler();
+
+VEXLITE_EXPORT void setProductString(const QString& key, const QString& value);
+VEXLITE_EXPORT void setFeatureSupported(const QString& feature, bool supported);
+VEXLITE_EXPORT void setOverseasVersion(bool overseas);
+// A null value removes the key from the layer.
+VEXLITE_EXPORT void setConfigValue(ConfigLayer layer, const QString& key, const QVariant& value);
+VEXLITE_EXPORT void setLanguage(const QString& language);
+VEXLITE_EXPORT QString language();
+VEXLITE_EXPORT void setVersion(const QString& version);
+
+// Named commands the host went on to run after the handler let them pass.
+VEXLITE_EXPORT QStringList executedCommands();
+VEXLITE_EXPORT void clearExecutedCommands();
+
+} // namespace hostcontrol
+} // namespace krt
+
+#endif // VEXLITE_HOSTCONTROL_H

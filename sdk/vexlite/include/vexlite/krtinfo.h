@@ -1,0 +1,17 @@
+#ifndef VEXLITE_KRTINFO_H
+#define VEXLITE_KRTINFO_H
+
+#include "vexlite_global.h"
+
+#include <QString>
+
+namespace krt {
+namespace info {
+
+// The suite's version, four dotted numbers ("0.0.0.0" when unknown).
+VEXLITE_EXPORT QString version();
+
+} // namespace info
+} // namespace krt
+
+#endif // VEXLITE_KRTINFO_H

@@ -1,0 +1,89 @@
+#include "vexlite/hostcontrol.h"
+
+#include "khostprofile.h"
+
+namespace krt {
+namespace hostcontrol {
+
+const char* profileEnvironmentVariable()
+{
+    return "ZENTO_HOST_PROFILE";
+}
+
+bool loadProfile(const QString& dir, QString* error)
+{
+    return KHostProfile::instance().load(dir, error);
+}
+
+void resetProfile(const QString& dir)
+{
+    KHostProfile::instance().reset(dir);
+}
+
+bool saveProfile(const QString& dir, QString* error)
+{
+    return KHostProfile::instance().save(dir, error);
+}
+
+QString profileDir()
+{
+    return KHostProfile::instance().dir();
+}
+
+void setHandler(IKAuthorizationHandler* handler)
+{
+    KHostProfile::instance().setHandler(handler);
+}
+
+IKAuthorizationHandler* handler()
+{
+    return KHostProfile::instance().handler();
+}
+
+void setProductString(const QString& key, const QString& value)
+{
+    KHostProfile::instance().setProductString(key, value);
+}
+
+void setFeatureSupported(const QString& feature, bool supported)
+{
+    KHostProfile::instance().setFeatureSupported(feature, supported);
+}
+
+void setOverseasVersion(bool overseas)
+{
+    KHostProfile::instance().setOverseas(overseas);
+}
+
+void setConfigValue(ConfigLayer layer, const QString& key, const QVariant& value)
+{
+    KHostProfile::instance().setConfigValue(layer, key, value);
+}
+
+void setLanguage(const QString& language)
+{
+    KHostProfile::instance().setLanguage(language);
+}
+
+QString language()
+{
+    return KHostProfile::instance().language();
+}
+
+void setVersion(const QString& version)
+{
+    KHostProfile::instance().setInfoString(QStringLiteral("version"), version);
+}
+
+QStringList executedCommands()
+{
+    return KHostProfile::instance().executedCommands();
+}
+
+void clearExecutedCommands()
+{
+    KHostProfile::instance().clearExecutedCommands();
+}
+
+} // namespace hostcontrol
+} // namespace krt

@@ -1,0 +1,79 @@
+#ifndef VEXLITE_KHOSTPROFILE_H
+#define VEXLITE_KHOSTPROFILE_H
+
+#include <QHash>
+#include <QJsonObject>
+#include <QMutex>
+#include <QString>
+#include <QStringList>
+#include <QTranslator>
+#include <QVariant>
+
+#include <array>
+
+class IKAuthorizationHandler;
+
+// The stand-in host's whole state: what a host profile directory says, plus
+// what a host application or test set through the control API. One instance
+// per process, loaded from the default profile on first use. Every member
+// function takes the lock, so the krt::* functions may be called from the
+// thread pool as the real host allows.
+class KHostProfile
+{
+public:
+    static KHostProfile& instance();
+
+    bool load(const QString& dir, QString* error);
+    void reset(const QString& dir);
+    bool save(const QString& dir, QString* error);
+    QString dir();
+
+    IKAuthorizationHandler* handler();
+    void setHandler(IKAuthorizationHandler* handler);
+
+    QString productString(const QString& key);
+    void setProductString(const QString& key, const QString& value);
+    bool isFeatureSupported(const QString& feature);
+    void setFeatureSupported(const QString& feature, bool supported);
+    bool isOverseas();
+    void setOverseas(bool overseas);
+
+    QVariant configValue(const QString& key, unsigned mask);
+    void setConfigValue(unsigned layer, const QString& key, const QVariant& value);
+
+    // Values of the profile's "info" section (version, identifiers).
+    QString infoString(const QString& key);
+    void setInfoString(const QString& key, const QString& value);
+
+    QString language();
+    void setLanguage(const QString& language);
+    QString translate(const char* context, const char* sourceText, const char* id, int n);
+
+    void recordExecutedCommand(const QString& name);
+    QStringList executedCommands();
+    void clearExecutedCommands();
+
+private:
+    KHostProfile();
+    void ensureLoadedLocked();
+    void clearLocked(const QString& dir);
+    void loadTranslatorLocked();
+
+    static constexpr int kLayerCount = 5;
+
+    QRecursiveMutex m_mutex;
+    bool m_loaded = false;
+    QString m_dir;
+    IKAuthorizationHandler* m_handler = nullptr;
+    QHash<QString, QString> m_productStrings;
+    QHash<QString, bool> m_features;
+    bool m_overseas = false;
+    std::array<QHash<QString, QVariant>, kLayerCount> m_configs;
+    QJsonObject m_info;
+    QString m_language;
+    QTranslator m_translator;
+    QHash<QByteArray, QString> m_trCache;
+    QStringList m_executedCommands;
+};
+
+#endif // VEXLITE_KHOSTPROFILE_H

@@ -1,0 +1,12 @@
+#include "vexlite/krti18n.h"
+
+#include "khostprofile.h"
+
+namespace krt {
+
+QString kCachedTr(const char* context, const char* sourceText, const char* id, int n)
+{
+    return KHostProfile::instance().translate(context, sourceText, id, n);
+}
+
+} // namespace krt

@@ -1,0 +1,15 @@
+#include "vexlite/krtinfo.h"
+
+#include "khostprofile.h"
+
+namespace krt {
+namespace info {
+
+QString version()
+{
+    const QString version = KHostProfile::instance().infoString(QStringLiteral("version"));
+    return version.isEmpty() ? QStringLiteral("0.0.0.0") : version;
+}
+
+} // namespace info
+} // namespace krt

@@ -1,0 +1,9 @@
+#include "authpluginentry.h"
+
+#include "kxacommonauthhandler.h"
+
+IKAuthorizationHandler* GetAuthorizationHandler()
+{
+    static KXaCommonAuthHandler handler;
+    return &handler;
+}

@@ -1,0 +1,34 @@
+#ifndef KAUTHORIZATIONHANDLER_H
+#define KAUTHORIZATIONHANDLER_H
+
+#include <vexlite/ikauthorizationhandler.h>
+
+#include <QHash>
+
+// Answers information keys by group, remembering what host configuration
+// answered and what nothing could answer. No virtual destructor: the table
+// layout is shared with the host, and the handler is only ever destroyed
+// through its concrete type.
+class KAuthorizationHandler : public IKAuthorizationHandler
+{
+public:
+    KAuthorizationHandler() = default;
+    ~KAuthorizationHandler() = default;
+
+    QVariant getInfo(const QString& key) override;
+    bool prehook(const QString& name, bool flag, void* data) override;
+    bool prehook(const QString& name, void* data, void* extra) override;
+    QVariant productInfo(const QString& key, const QString& group, const QString& name) override;
+    QVariant authInfo(const QString& key, const QString& group, const QString& name) override;
+    QVariant serverInfo(const QString& key, const QString& group, const QString& name) override;
+    QVariant defaultInfo(const QString& key, const QString& group, const QString& name) override;
+    void insertStaticInfo(const QString& key, const QVariant& value) override;
+
+    // Number of keys held by the information cache, for diagnostics.
+    int cachedInfoCount() const { return m_infoCache.size(); }
+
+private:
+    QHash<QString, QVariant> m_infoCache;
+};
+
+#endif // KAUTHORIZATIONHANDLER_H

@@ -1,0 +1,28 @@
+#ifndef KTESTENVIRONMENT_H
+#define KTESTENVIRONMENT_H
+
+#include <QString>
+#include <QTemporaryDir>
+
+// Keeps a suite away from the user's real files: a temporary home with its
+// own XDG folders, a temporary working directory, and an empty host profile
+// in a temporary profile directory. Restores nothing on destruction: the
+// process ends with the suite.
+class KTestEnvironment
+{
+public:
+    KTestEnvironment();
+
+    bool isValid() const { return m_root.isValid(); }
+    QString rootPath() const { return m_root.path(); }
+    QString homePath() const;
+    QString profilePath() const;
+
+    // Empties the host's state again (profile directory unchanged).
+    void resetHost() const;
+
+private:
+    QTemporaryDir m_root;
+};
+
+#endif // KTESTENVIRONMENT_H

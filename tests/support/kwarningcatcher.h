@@ -1,0 +1,24 @@
+#ifndef KWARNINGCATCHER_H
+#define KWARNINGCATCHER_H
+
+#include <QStringList>
+#include <QtGlobal>
+
+// Collects the warnings logged while it lives, instead of printing them.
+// Not reentrant: one catcher at a time.
+class KWarningCatcher
+{
+public:
+    KWarningCatcher();
+    ~KWarningCatcher();
+    KWarningCatcher(const KWarningCatcher&) = delete;
+    KWarningCatcher& operator=(const KWarningCatcher&) = delete;
+
+    QStringList warnings() const;
+    void clear();
+
+private:
+    QtMessageHandler m_previous;
+};
+
+#endif // KWARNINGCATCHER_H
