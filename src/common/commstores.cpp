@@ -1,0 +1,90 @@
+#include "commstores.h"
+
+#include "qcommstorepaths.h"
+
+#include <QString>
+
+namespace {
+
+QString toQString(const Comm::WideString& text)
+{
+    return QString::fromStdU16String(text);
+}
+
+QVariant readUserInfo(const Comm::WideString& key, const QVariant& defaultValue)
+{
+    KHKSoftwareSettings settings(KHKSoftwareSettings::CurrentUser, QComm::kNimboUserInfoStorePath);
+    return settings.value(toQString(key), defaultValue);
+}
+
+void writeUserInfo(const Comm::WideString& key, const QVariant& value)
+{
+    KHKSoftwareSettings settings(KHKSoftwareSettings::CurrentUser, QComm::kNimboUserInfoStorePath);
+    settings.setValue(toQString(key), value);
+}
+
+} // namespace
+
+namespace Comm {
+
+int readNimboUserInfoRegValue(const WideString& key, unsigned int defaultValue)
+{
+    return readUserInfo(key, defaultValue).toInt();
+}
+
+WideString readNimboUserInfoRegValue(const WideString& key, const WideString& defaultValue)
+{
+    return readUserInfo(key, toQString(defaultValue)).toString().toStdU16String();
+}
+
+void writeNimboUserInfoRegValue(const WideString& key, const WideString& value)
+{
+    writeUserInfo(key, toQString(value));
+}
+
+void writeNimboUserInfoRegValue(const WideString& key, unsigned int value)
+{
+    writeUserInfo(key, value);
+}
+
+WideString readRegStrValue(KHKSoftwareSettings::HKEY, const WideString&, const WideString&,
+                           const WideString& defaultValue)
+{
+    return defaultValue;
+}
+
+unsigned int readRegNumValue(KHKSoftwareSettings::HKEY, const WideString& path,
+                             const WideString& name, unsigned int defaultValue)
+{
+    return path.empty() || name.empty() ? defaultValue : 0;
+}
+
+bool writeRegStrValue(KHKSoftwareSettings::HKEY, const WideString&, const WideString&,
+                      const WideString&)
+{
+    return false;
+}
+
+bool writeRegNumValue(KHKSoftwareSettings::HKEY, const WideString&, const WideString&, unsigned int)
+{
+    return false;
+}
+
+int getVersionNetwork(int n)
+{
+    return n;
+}
+
+void getZentoVersionAndChannel(WideString&, WideString&) {}
+
+bool checkIsSupportThriftIpc()
+{
+    return true;
+}
+
+bool checkIsSupportNimboNse()
+{
+    return false;
+}
+
+} // namespace Comm

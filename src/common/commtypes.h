@@ -1,0 +1,13 @@
+#ifndef COMMTYPES_H
+#define COMMTYPES_H
+
+#include <string>
+
+namespace Comm {
+
+// The Comm layer's strings: UTF-16 code units in a standard string.
+using WideString = std::u16string;
+
+} // namespace Comm
+
+#endif // COMMTYPES_H
