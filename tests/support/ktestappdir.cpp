@@ -1,0 +1,64 @@
+#include "ktestappdir.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QUuid>
+
+KTestAppDir::KTestAppDir(const QString& parentDir)
+    : m_path(QDir(parentDir).filePath(QStringLiteral("app-") +
+                                      QUuid::createUuid().toString(QUuid::Id128).left(12)))
+{
+    QDir().mkpath(m_path);
+}
+
+QString KTestAppDir::filePath(const QString& relative) const
+{
+    return QDir(m_path).filePath(relative);
+}
+
+bool KTestAppDir::installExecutable(const QString& name) const
+{
+    const QString source = QDir(QCoreApplication::applicationDirPath()).filePath(name);
+    const QString target = filePath(name);
+    QFile::remove(target);
+    return QFile::copy(source, target) && QFile::setPermissions(target, QFile::permissions(source));
+}
+
+bool KTestAppDir::writeFile(const QString& relative, const QByteArray& content,
+                            bool executable) const
+{
+    const QString target = filePath(relative);
+    if (!QDir().mkpath(QFileInfo(target).absolutePath()))
+        return false;
+    QFile file(target);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
+        return false;
+    file.close();
+    if (executable)
+        return file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup |
+                                   QFile::ExeOther);
+    return true;
+}
+
+KTestAppDir::Result KTestAppDir::run(const QString& name, const QStringList& args,
+                                     const QProcessEnvironment& env, int timeoutMs) const
+{
+    QProcess process;
+    QProcessEnvironment merged = QProcessEnvironment::systemEnvironment();
+    merged.insert(env);
+    process.setProcessEnvironment(merged);
+    process.start(filePath(name), args);
+    Result result;
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+    } else if (process.exitStatus() == QProcess::NormalExit) {
+        result.exitCode = process.exitCode();
+    }
+    result.out = QString::fromUtf8(process.readAllStandardOutput());
+    result.err = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
