@@ -47,11 +47,7 @@ class TestQCommStores : public QObject
     KTestEnvironment m_env;
 
 private slots:
-    void init()
-    {
-        m_env.resetHost();
-        QDir(m_env.profilePath() + "/stores").removeRecursively();
-    }
+    void init() { m_env.resetHost(); }
 
     void storePaths_data()
     {

@@ -18,11 +18,7 @@ class TestKHKSoftwareSettings : public QObject
     KTestEnvironment m_env;
 
 private slots:
-    void init()
-    {
-        m_env.resetHost();
-        QDir(m_env.profilePath() + "/stores").removeRecursively();
-    }
+    void init() { m_env.resetHost(); }
 
     void rootsAreSeparateFiles_data()
     {

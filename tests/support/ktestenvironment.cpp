@@ -32,6 +32,7 @@ QString KTestEnvironment::profilePath() const
 
 void KTestEnvironment::resetHost() const
 {
+    QDir(QDir(profilePath()).filePath(QStringLiteral("stores"))).removeRecursively();
     krt::hostcontrol::resetProfile(profilePath());
     krt::hostcontrol::setHandler(nullptr);
     krt::hostcontrol::clearExecutedCommands();

@@ -18,7 +18,8 @@ public:
     QString homePath() const;
     QString profilePath() const;
 
-    // Empties the host's state again (profile directory unchanged).
+    // Empties the host's state and its settings stores again (profile
+    // directory unchanged).
     void resetHost() const;
 
 private:
