@@ -13,7 +13,10 @@ constexpr int kLabelWidth = 16;
 
 void line(QTextStream& out, const char* label, const QString& value)
 {
-    out << "  " << QString::fromLatin1(label).leftJustified(kLabelWidth) << "  " << value << '\n';
+    const QString name = QString::fromLatin1(label);
+    // No padding after a label whose value is empty: no trailing blanks.
+    out << "  " << (value.isEmpty() ? name : name.leftJustified(kLabelWidth) + "  " + value)
+        << '\n';
 }
 
 QString yesNo(bool value)
