@@ -17,20 +17,13 @@ struct Probe
 {
     int exitCode = -1;
     QMap<QString, QString> values;
-    QString err;
 };
-
-// What to put in addons/deskhive beside the program.
-enum class Library { None, EmptyFolder, NotALibrary, Simulator, WithoutClient, ClientOnly };
 
 const char kSignedIn[] = R"({"IsLogined": true, "Name": "Ada", "Id": "u-7",
                              "UserAvatarImagePath": "ada.png", "IsCompanyAccount": true})";
-const char kSignedOut[] = R"({"IsLogined": false, "Name": "Ada", "Id": "u-7"})";
 const char kWrapPrefix[] = "https://account.zentooffice.example/autologin?token=";
 
 } // namespace
-
-Q_DECLARE_METATYPE(Library)
 
 class TestDeskhiveAccess : public QObject
 {
@@ -47,40 +40,27 @@ class TestDeskhiveAccess : public QObject
         return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
     }
 
+    static QString simulator() { return binDir() + "/addons/deskhive/libdeskhive.so"; }
+
     // A fresh application folder holding a copy of the probe (a copy: the
-    // application directory is where the real file is, links resolved).
-    QString layOut(Library library)
+    // application directory is where the real file is, links resolved) and,
+    // in addons/deskhive, library: "none" (no folder), "empty", "text" (a
+    // file that is not a library) or the library file to copy there.
+    QString layOut(const QString& library)
     {
         const QString app = m_env.rootPath() + QStringLiteral("/app%1").arg(++m_layouts);
-        const QString addons = app + "/addons/deskhive";
         const QString probe = app + "/deskhiveprobe";
-        if (!QDir().mkpath(app) || !QFile::copy(binDir() + "/deskhiveprobe", probe))
+        const QString target = app + "/addons/deskhive/libdeskhive.so";
+        if (!QDir().mkpath(app) || !QFile::copy(binDir() + "/deskhiveprobe", probe) ||
+            !QFile::setPermissions(probe, QFile::permissions(binDir() + "/deskhiveprobe")))
             return QString();
-        QFile::setPermissions(probe, QFile::permissions(binDir() + "/deskhiveprobe"));
-
-        QString source;
-        switch (library) {
-        case Library::None:
+        if (library == "none")
             return app;
-        case Library::EmptyFolder:
-            return QDir().mkpath(addons) ? app : QString();
-        case Library::NotALibrary:
-            return QDir().mkpath(addons) &&
-                           writeFile(addons + "/libdeskhive.so", "not a shared library\n")
-                       ? app
-                       : QString();
-        case Library::Simulator:
-            source = binDir() + "/addons/deskhive/libdeskhive.so";
-            break;
-        case Library::WithoutClient:
-            source = QStringLiteral(FAKE_DESKHIVE_WITHOUT_CLIENT);
-            break;
-        case Library::ClientOnly:
-            source = QStringLiteral(FAKE_DESKHIVE_CLIENT_ONLY);
-            break;
-        }
-        return QDir().mkpath(addons) && QFile::copy(source, addons + "/libdeskhive.so") ? app
-                                                                                        : QString();
+        const bool made =
+            QDir().mkpath(app + "/addons/deskhive") &&
+            (library == "empty" || (library == "text" ? writeFile(target, "not a library\n")
+                                                      : QFile::copy(library, target)));
+        return made ? app : QString();
     }
 
     static Probe probe(const QString& app, const QString& url,
@@ -97,7 +77,6 @@ class TestDeskhiveAccess : public QObject
         if (!process.waitForFinished(30000))
             return result;
         result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        result.err = QString::fromUtf8(process.readAllStandardError());
         const QStringList lines =
             QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
         for (const QString& line : lines) {
@@ -120,24 +99,24 @@ class TestDeskhiveAccess : public QObject
 private slots:
     void libraryLayouts_data()
     {
-        QTest::addColumn<Library>("library");
+        QTest::addColumn<QString>("library");
         QTest::addColumn<bool>("loaded");
         QTest::addColumn<QString>("objects");
 
-        QTest::newRow("no addons/deskhive folder") << Library::None << false << "";
-        QTest::newRow("empty addons/deskhive folder") << Library::EmptyFolder << false << "";
-        QTest::newRow("a file that is not a library") << Library::NotALibrary << false << "";
+        QTest::newRow("no addons/deskhive folder") << "none" << false << "";
+        QTest::newRow("empty addons/deskhive folder") << "empty" << false << "";
+        QTest::newRow("a file that is not a library") << "text" << false << "";
         QTest::newRow("simulator without a state file")
-            << Library::Simulator << true << "dispatch client cache controller";
+            << simulator() << true << "dispatch client cache controller";
         QTest::newRow("library without NimboClientInstance")
-            << Library::WithoutClient << true << "dispatch cache controller";
+            << FAKE_DESKHIVE_WITHOUT_CLIENT << true << "dispatch cache controller";
         QTest::newRow("library with NimboClientInstance only")
-            << Library::ClientOnly << true << "client";
+            << FAKE_DESKHIVE_CLIENT_ONLY << true << "client";
     }
 
     void libraryLayouts()
     {
-        QFETCH(Library, library);
+        QFETCH(QString, library);
         QFETCH(bool, loaded);
         QFETCH(QString, objects);
 
@@ -151,12 +130,12 @@ private slots:
 
         // The handle exists exactly when the folder does, on the folder's
         // absolute path; failing to load says why.
-        if (library == Library::None)
+        if (library == "none")
             QCOMPARE(run.values.value("file"), QString());
         else
             QVERIFY2(run.values.value("file").startsWith(app + "/addons/deskhive/"),
                      qPrintable(run.values.value("file")));
-        QCOMPARE(run.values.value("error").isEmpty(), loaded || library == Library::None);
+        QCOMPARE(run.values.value("error").isEmpty(), loaded || library == "none");
 
         // Whatever is missing, nobody is signed in and nothing is wrapped.
         QCOMPARE(run.values.value("logined"), QString("false"));
@@ -165,75 +144,41 @@ private slots:
 
     void simulatorAccount_data()
     {
-        QTest::addColumn<QByteArray>("besideLibrary");
-        QTest::addColumn<QByteArray>("named");
-        QTest::addColumn<bool>("logined");
+        QTest::addColumn<bool>("named"); // the state in a file $DESKHIVE_STATE names
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("warning");
 
-        // Empty: no such file. "named" is the file $DESKHIVE_STATE names.
-        QTest::newRow("signed in") << QByteArray(kSignedIn) << QByteArray() << true << "Ada"
-                                   << "";
-        QTest::newRow("signed out") << QByteArray(kSignedOut) << QByteArray() << false << ""
-                                    << "";
-        QTest::newRow("malformed")
-            << QByteArray("{\"IsLogined\": tru") << QByteArray() << false << ""
-            << "not valid JSON";
-        QTest::newRow("named file wins")
-            << QByteArray(kSignedOut) << QByteArray(R"({"IsLogined": true, "Name": "Env"})") << true
-            << "Env"
-            << "";
-        QTest::newRow("named file missing")
-            << QByteArray(kSignedIn) << QByteArray("-") << false << ""
-            << "";
+        QTest::newRow("state beside the library") << false << "Ada";
+        QTest::newRow("named state file wins") << true << "Env";
     }
 
     void simulatorAccount()
     {
-        QFETCH(QByteArray, besideLibrary);
-        QFETCH(QByteArray, named);
-        QFETCH(bool, logined);
+        QFETCH(bool, named);
         QFETCH(QString, name);
-        QFETCH(QString, warning);
 
-        const QString app = layOut(Library::Simulator);
+        const QString app = layOut(simulator());
         QVERIFY(!app.isEmpty());
         const QString addons = app + "/addons/deskhive";
-        QVERIFY(writeFile(addons + "/state.json", besideLibrary));
+        QVERIFY(writeFile(addons + "/state.json", kSignedIn));
         QMap<QString, QString> environment;
-        if (!named.isEmpty()) {
-            const QString path = app + "/named-state.json";
-            environment.insert("DESKHIVE_STATE", path);
-            if (named != "-")
-                QVERIFY(writeFile(path, named));
+        if (named) {
+            environment.insert("DESKHIVE_STATE", app + "/named.json");
+            QVERIFY(writeFile(app + "/named.json", R"({"IsLogined": true, "Name": "Env"})"));
         }
 
         const QString url = QString::fromUtf8("https://jump.example/centre?a=1&b=ü#top");
         const Probe run = probe(app, url, environment);
         QCOMPARE(run.exitCode, 0);
-        QCOMPARE(run.values.value("logined"), QString(logined ? "true" : "false"));
-        if (warning.isEmpty())
-            QVERIFY2(!run.err.contains("Deskhive simulator"), qPrintable(run.err));
-        else
-            QVERIFY2(run.err.contains(warning), qPrintable(run.err));
-
-        QJsonObject info = QJsonDocument::fromJson(run.values.value("userinfo").toUtf8()).object();
-        QCOMPARE(info.value("IsLogined").toBool(), logined);
+        QCOMPARE(run.values.value("logined"), QString("true"));
+        const QJsonObject info =
+            QJsonDocument::fromJson(run.values.value("userinfo").toUtf8()).object();
         QCOMPARE(info.value("Name").toString(), name);
-        if (name == "Ada") {
-            QCOMPARE(info.value("Id").toString(), QString("u-7"));
-            QCOMPARE(info.value("IsCompanyAccount").toBool(), true);
+        if (!named)
             QCOMPARE(info.value("UserAvatarImagePath").toString(), addons + "/ada.png");
-        }
 
         const QString wrapped = run.values.value("autologin");
-        if (!logined) {
-            QCOMPARE(wrapped, url);
-            return;
-        }
         QVERIFY2(wrapped.startsWith(kWrapPrefix), qPrintable(wrapped));
-        const QUrlQuery query{QUrl(wrapped)};
-        QCOMPARE(query.queryItemValue("target", QUrl::FullyDecoded), url);
+        QCOMPARE(QUrlQuery(QUrl(wrapped)).queryItemValue("target", QUrl::FullyDecoded), url);
     }
 
     void accountAnswers_data()
@@ -251,11 +196,8 @@ private slots:
         QTest::newRow("empty object") << "{}" << wrap << false << false;
         QTest::newRow("IsLogined false") << R"({"IsLogined": false})" << wrap << false << false;
         QTest::newRow("IsLogined as text") << R"({"IsLogined": "true"})" << wrap << false << false;
-        QTest::newRow("IsLogined as an object")
-            << R"({"IsLogined": {"v": true}})" << wrap << false << false;
         QTest::newRow("IsLogined as 1") << R"({"IsLogined": 1})" << wrap << true << true;
         QTest::newRow("reply is an array") << "[true]" << wrap << false << false;
-        QTest::newRow("reply is a string") << R"("IsLogined")" << wrap << false << false;
         QTest::newRow("no reply at all") << "" << wrap << false << false;
     }
 
@@ -266,7 +208,7 @@ private slots:
         QFETCH(bool, logined);
         QFETCH(bool, wrapped);
 
-        const QString app = layOut(Library::ClientOnly);
+        const QString app = layOut(FAKE_DESKHIVE_CLIENT_ONLY);
         QVERIFY(!app.isEmpty());
         const QString url = "https://jump.example/enterprise";
         const Probe run = probe(

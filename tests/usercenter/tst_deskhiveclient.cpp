@@ -22,7 +22,7 @@
 
 namespace {
 
-enum class Save { Replace, InPlace, RemoveFirst };
+enum class Save { Replace, InPlace, RemoveFirst, Remove };
 
 QString text(const Json::Value& info, const char* key)
 {
@@ -64,47 +64,32 @@ class TestDeskhiveClient : public QObject
     bool save(const QByteArray& content, Save how = Save::Replace)
     {
         QSignalSpy read(m_client.data(), SIGNAL(stateFileRead()));
-        if (how == Save::RemoveFirst && QFile::exists(m_statePath) && !QFile::remove(m_statePath))
+        if ((how == Save::RemoveFirst || how == Save::Remove) && QFile::exists(m_statePath) &&
+            !QFile::remove(m_statePath))
             return false;
-        if (how == Save::Replace) {
-            QSaveFile file(m_statePath);
-            if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
-                !file.commit())
-                return false;
-        } else {
-            QFile file(m_statePath);
-            if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-                file.write(content) != content.size())
-                return false;
-        }
+        QSaveFile replacing(m_statePath);
+        QFile inPlace(m_statePath);
+        QFileDevice& file = how == Save::Replace ? static_cast<QFileDevice&>(replacing) : inPlace;
+        if (how != Save::Remove && (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+                                    file.write(content) != content.size() ||
+                                    (how == Save::Replace && !replacing.commit())))
+            return false;
+        inPlace.close();
         return read.wait(5000);
     }
 
-    bool removeState()
-    {
-        QSignalSpy read(m_client.data(), SIGNAL(stateFileRead()));
-        return QFile::remove(m_statePath) && read.wait(5000);
-    }
-
-    Json::Value fileOnDisk() const
+    QJsonObject fileOnDisk() const
     {
         QFile file(m_statePath);
-        if (!file.open(QIODevice::ReadOnly))
-            return Json::Value();
-        const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
-        Json::Value value(Json::objectValue);
-        value["IsLogined"] = object.value("IsLogined").toBool();
-        value["Name"] = object.value("Name").toString().toStdString();
-        return value;
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
+                                              : QJsonObject();
     }
 
 private slots:
     void initTestCase()
     {
         QVERIFY(m_env.isValid());
-        const QString dir = m_env.rootPath() + "/deskhive";
-        QVERIFY(QDir().mkpath(dir));
-        m_statePath = dir + "/state.json";
+        m_statePath = m_env.rootPath() + "/state.json";
         qputenv("DESKHIVE_STATE", m_statePath.toUtf8());
 
         QVERIFY2(KDeskhiveLib::instance()->isLoaded(),
@@ -114,45 +99,18 @@ private slots:
         QVERIFY(!KNimboClientInstance::isLogined());
     }
 
-    void objectsShareTheInterfaceMetaObjects_data()
-    {
-        QTest::addColumn<QString>("object");
-        QTest::addColumn<QString>("signal");
-
-        QTest::newRow("login status") << "client"
-                                      << "LoginStatusChange()";
-        QTest::newRow("user info") << "client"
-                                   << "UserInfoChange()";
-        QTest::newRow("launch failure") << "client"
-                                        << "failedToLaunchCloudsvrProcess()";
-        QTest::newRow("service errors") << "client"
-                                        << "cloudsvrExitWithErrors(QString)";
-        QTest::newRow("ipc errors") << "cache"
-                                    << "occurIpcErrorsWhenGetUserInf()";
-        QTest::newRow("rpc errors") << "cache"
-                                    << "occurRpcErrorsWhenGetUserInf()";
-    }
-
     void objectsShareTheInterfaceMetaObjects()
     {
-        QFETCH(QString, object);
-        QFETCH(QString, signal);
-
         KDeskhiveLib* lib = KDeskhiveLib::instance();
-        QVERIFY(lib->localPushMessageDispatchInstance());
-        QVERIFY(lib->deskhivePluginController());
+        QVERIFY(lib->localPushMessageDispatchInstance() && lib->deskhivePluginController());
         QCOMPARE(lib->nimboClientInstance(), m_client.data());
-
-        QObject* target = object == "client" ? static_cast<QObject*>(lib->nimboClientInstance())
-                                             : lib->liveStateUpdateCacheInstance();
-        QVERIFY(target);
         // One meta-object per interface class in the process: casts work on
-        // objects made by the other library, and signatures are found.
-        if (object == "client")
-            QCOMPARE(qobject_cast<INimboClient*>(target), m_client.data());
-        else
-            QVERIFY(qobject_cast<ILiveStateUpdateCache*>(target));
-        QVERIFY(target->metaObject()->indexOfSignal(qPrintable(signal)) >= 0);
+        // objects made by the other library.
+        QObject* client = m_client.data();
+        QObject* cache = lib->liveStateUpdateCacheInstance();
+        QCOMPARE(qobject_cast<INimboClient*>(client), m_client.data());
+        QVERIFY(qobject_cast<ILiveStateUpdateCache*>(cache));
+        QVERIFY(!qobject_cast<ILiveStateUpdateCache*>(client));
     }
 
     void userInfoFromStateFile_data()
@@ -160,24 +118,22 @@ private slots:
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<bool>("logined");
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("avatar");
+        QTest::addColumn<QString>("avatar"); // "@": the state file's folder
         QTest::addColumn<bool>("company");
         QTest::addColumn<QString>("warning");
 
-        // "@" in avatar stands for the state file's folder.
-        QTest::newRow("signed in")
-            << signedIn("Ada", R"(, "UserAvatarImagePath": "/pics/a.png")") << true << "Ada"
-            << "/pics/a.png" << false << "";
-        QTest::newRow("relative avatar beside the state")
+        QTest::newRow("signed in") << signedIn("Ada", R"(, "UserAvatarImagePath": "/p/a.png",
+            "IsCompanyAccount": true)")
+                                   << true << "Ada"
+                                   << "/p/a.png" << true << "";
+        QTest::newRow("relative avatar")
             << signedIn("Ada", R"(, "UserAvatarImagePath": "img/../a.png")") << true << "Ada"
             << "@/a.png" << false << "";
-        QTest::newRow("company account")
-            << signedIn("Co", R"(, "IsCompanyAccount": true)") << true << "Co"
-            << "" << true << "";
         QTest::newRow("non-ASCII name") << signedIn("Zoë 张") << true << "Zoë 张"
                                         << "" << false << "";
-        QTest::newRow("name of the wrong type")
-            << QByteArray(R"({"IsLogined": true, "Name": 5, "Id": "id-"})") << true << ""
+        QTest::newRow("members of the wrong type")
+            << QByteArray(R"({"IsLogined": true, "Name": 5, "Id": "id-", "IsCompanyAccount": 1})")
+            << true << ""
             << "" << false << "";
         QTest::newRow("signed out keeps no user")
             << QByteArray(R"({"IsLogined": false, "Name": "Ada", "IsCompanyAccount": true})")
@@ -186,18 +142,14 @@ private slots:
         QTest::newRow("flag as text")
             << QByteArray(R"({"IsLogined": "true", "Name": "Ada"})") << false << ""
             << "" << false << "";
-        QTest::newRow("no flag") << QByteArray(R"({"Name": "Ada"})") << false << ""
-                                 << "" << false << "";
         QTest::newRow("empty file") << QByteArray() << false << ""
                                     << "" << false << "";
         QTest::newRow("malformed") << QByteArray(R"({"IsLogined": true,)") << false << ""
                                    << "" << false << "is not valid JSON";
-        QTest::newRow("array") << QByteArray("[1, 2]") << false << ""
-                               << "" << false << "does not hold a JSON object";
+        QTest::newRow("array") << QByteArray("[1]") << false << ""
+                               << "" << false << "not hold a JSON object";
         QTest::newRow("deep nesting") << QByteArray(5000, '[') << false << ""
                                       << "" << false << "is not valid JSON";
-        QTest::newRow("binary") << QByteArray("\x00\xff\xfe{", 4) << false << ""
-                                << "" << false << "is not valid JSON";
     }
 
     void userInfoFromStateFile()
@@ -215,23 +167,19 @@ private slots:
         QVERIFY(save(content));
 
         const Json::Value info = KNimboClientInstance::userInfo();
-        QVERIFY(info.isObject());
         QCOMPARE(info["IsLogined"].asBool(), logined);
         QCOMPARE(KNimboClientInstance::isLogined(), logined);
         QCOMPARE(text(info, "Name"), name);
-        // Rows that sign in name the user "id-<name>"; nobody signed in has no id.
         QCOMPARE(text(info, "Id"), logined ? "id-" + name : QString());
-        QCOMPARE(text(info, "UserAvatarImagePath"),
-                 avatar.replace('@', QFileInfo(m_statePath).absolutePath()));
+        QCOMPARE(text(info, "UserAvatarImagePath"), avatar.replace('@', m_env.rootPath()));
         QCOMPARE(info["IsCompanyAccount"].asBool(), company);
 
-        const QStringList warnings = catcher.warnings();
         if (warning.isEmpty()) {
-            QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+            QVERIFY2(catcher.warnings().isEmpty(), qPrintable(catcher.warnings().join('\n')));
         } else {
-            QCOMPARE(warnings.size(), 1);
-            QVERIFY2(warnings[0].contains(warning) && warnings[0].contains(m_statePath),
-                     qPrintable(warnings[0]));
+            QCOMPARE(catcher.warnings().size(), 1);
+            QVERIFY(catcher.warnings()[0].contains(warning));
+            QVERIFY(catcher.warnings()[0].contains(m_statePath));
         }
     }
 
@@ -244,31 +192,27 @@ private slots:
         QCOMPARE(catcher.warnings().size(), 1);
         QVERIFY(save("{oops!", Save::InPlace));
         QCOMPARE(catcher.warnings().size(), 2);
-        QVERIFY(!KNimboClientInstance::isLogined());
     }
 
     void signalsFollowTheFile_data()
     {
         QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<QByteArray>("after"); // empty: the file is removed
         QTest::addColumn<int>("loginChanges");
         QTest::addColumn<int>("infoChanges");
 
         const QByteArray out = R"({"IsLogined": false})";
-        QTest::newRow("sign in") << out << signedIn("Ada") << 1 << 1;
-        QTest::newRow("sign out") << signedIn("Ada") << out << 1 << 1;
-        QTest::newRow("other user") << signedIn("Ada") << signedIn("Bob") << 0 << 1;
+        const QByteArray ada = signedIn("Ada");
+        QTest::newRow("sign in") << out << ada << 1 << 1;
+        QTest::newRow("sign out") << ada << out << 1 << 1;
+        QTest::newRow("other user") << ada << signedIn("Bob") << 0 << 1;
         QTest::newRow("new avatar")
-            << signedIn("Ada") << signedIn("Ada", R"(, "UserAvatarImagePath": "/b.png")") << 0 << 1;
-        QTest::newRow("becomes a company account")
-            << signedIn("Ada") << signedIn("Ada", R"(, "IsCompanyAccount": true)") << 0 << 1;
-        QTest::newRow("same account, other layout")
-            << signedIn("Ada") << "\n  " + signedIn("Ada") + "\n"
-            << 0 << 0;
+            << ada << signedIn("Ada", R"(, "UserAvatarImagePath": "/b.png")") << 0 << 1;
+        QTest::newRow("same account, other layout") << ada << "\n  " + ada + "\n" << 0 << 0;
         QTest::newRow("signed out, other leftovers")
             << out << QByteArray(R"({"IsLogined": false, "Name": "Gone"})") << 0 << 0;
-        QTest::newRow("file breaks") << signedIn("Ada") << QByteArray("{") << 1 << 1;
-        QTest::newRow("file removed") << signedIn("Ada") << QByteArray("<removed>") << 1 << 1;
+        QTest::newRow("file breaks") << ada << QByteArray("{") << 1 << 1;
+        QTest::newRow("file removed") << ada << QByteArray() << 1 << 1;
     }
 
     void signalsFollowTheFile()
@@ -282,27 +226,20 @@ private slots:
         QVERIFY(save(before));
         QSignalSpy login(m_client.data(), SIGNAL(LoginStatusChange()));
         QSignalSpy info(m_client.data(), SIGNAL(UserInfoChange()));
-        QVERIFY(after == "<removed>" ? removeState() : save(after));
+        QVERIFY(save(after, after.isEmpty() ? Save::Remove : Save::Replace));
         QCOMPARE(login.count(), loginChanges);
         QCOMPARE(info.count(), infoChanges);
     }
 
-    void queuedSlotSeesTheNewAccount()
+    void queuedSlotSeesTheChange()
     {
         QVERIFY(save(R"({"IsLogined": false})"));
         KSlotCounter counter;
-        bool loginedInSlot = false;
-        QVERIFY(connect(m_client.data(), SIGNAL(LoginStatusChange()), &counter,
-                        SLOT(onLoginStatusChanged()), Qt::QueuedConnection));
-        QVERIFY(connect(m_client.data(), SIGNAL(UserInfoChange()), &counter,
-                        SLOT(onLoginStatusChanged()), Qt::QueuedConnection));
-        connect(m_client.data(), &INimboClient::UserInfoChange, &counter,
-                [&] { loginedInSlot = KNimboClientInstance::isLogined(); });
-
+        for (const char* signal : {SIGNAL(LoginStatusChange()), SIGNAL(UserInfoChange())})
+            QVERIFY(connect(m_client.data(), signal, &counter, SLOT(onLoginStatusChanged()),
+                            Qt::QueuedConnection));
         QVERIFY(save(signedIn("Ada")));
         QTRY_COMPARE(counter.calls, 2);
-        QVERIFY(loginedInSlot);
-        QCOMPARE(text(KNimboClientInstance::userInfo(), "Name"), QString("Ada"));
     }
 
     void editorSaves_data()
@@ -311,10 +248,7 @@ private slots:
         QTest::addColumn<Save>("second");
 
         const QList<QPair<Save, const char*>> ways = {
-            {Save::Replace, "replace"},
-            {Save::InPlace, "in place"},
-            {Save::RemoveFirst, "remove and create"},
-        };
+            {Save::Replace, "replace"}, {Save::InPlace, "in place"}, {Save::RemoveFirst, "remove"}};
         for (const auto& first : ways)
             for (const auto& second : ways)
                 QTest::addRow("%s, then %s", first.second, second.second)
@@ -336,93 +270,59 @@ private slots:
     void errorSignalsFromTheFile_data()
     {
         QTest::addColumn<QString>("request");
-        QTest::addColumn<QString>("object");
-        QTest::addColumn<QString>("signal");
+        QTest::addColumn<int>("raised"); // index into the signals below, -1 none
         QTest::addColumn<QString>("message");
 
-        QTest::newRow("launch failure") << "failedToLaunchCloudsvrProcess"
-                                        << "client"
-                                        << "failedToLaunchCloudsvrProcess()"
-                                        << "";
-        QTest::newRow("service exit with message") << "cloudsvrExitWithErrors:disk full"
-                                                   << "client"
-                                                   << "cloudsvrExitWithErrors(QString)"
-                                                   << "disk full";
-        QTest::newRow("message with a colon") << "cloudsvrExitWithErrors:code: 7"
-                                              << "client"
-                                              << "cloudsvrExitWithErrors(QString)"
-                                              << "code: 7";
-        QTest::newRow("service exit without message") << "cloudsvrExitWithErrors"
-                                                      << "client"
-                                                      << "cloudsvrExitWithErrors(QString)"
-                                                      << "";
-        QTest::newRow("ipc error") << "occurIpcErrorsWhenGetUserInf"
-                                   << "cache"
-                                   << "occurIpcErrorsWhenGetUserInf()"
-                                   << "";
-        QTest::newRow("rpc error") << "occurRpcErrorsWhenGetUserInf"
-                                   << "cache"
-                                   << "occurRpcErrorsWhenGetUserInf()"
-                                   << "";
+        QTest::newRow("launch failure") << "failedToLaunchCloudsvrProcess" << 0 << "";
+        QTest::newRow("service exit") << "cloudsvrExitWithErrors:disk full" << 1 << "disk full";
+        QTest::newRow("message with a colon") << "cloudsvrExitWithErrors:code: 7" << 1 << "code: 7";
+        QTest::newRow("no message") << "cloudsvrExitWithErrors" << 1 << "";
+        QTest::newRow("ipc error") << "occurIpcErrorsWhenGetUserInf" << 2 << "";
+        QTest::newRow("rpc error") << "occurRpcErrorsWhenGetUserInf" << 3 << "";
+        QTest::newRow("unknown signal") << "nope" << -1 << "";
     }
 
     void errorSignalsFromTheFile()
     {
         QFETCH(QString, request);
-        QFETCH(QString, object);
-        QFETCH(QString, signal);
+        QFETCH(int, raised);
         QFETCH(QString, message);
 
-        QObject* client = m_client.data();
         QObject* cache = KDeskhiveLib::instance()->liveStateUpdateCacheInstance();
-        QVERIFY(cache);
-        struct Watched
-        {
-            QObject* object;
-            const char* signal;
+        QSignalSpy launch(m_client.data(), SIGNAL(failedToLaunchCloudsvrProcess()));
+        QSignalSpy exit(m_client.data(), SIGNAL(cloudsvrExitWithErrors(QString)));
+        QSignalSpy ipc(cache, SIGNAL(occurIpcErrorsWhenGetUserInf()));
+        QSignalSpy rpc(cache, SIGNAL(occurRpcErrorsWhenGetUserInf()));
+        const QList<QSignalSpy*> spies{&launch, &exit, &ipc, &rpc};
+        auto counts = [&] {
+            QList<int> n;
+            for (QSignalSpy* spy : spies)
+                n << spy->count();
+            return n;
         };
-        const Watched all[] = {
-            {client, SIGNAL(failedToLaunchCloudsvrProcess())},
-            {client, SIGNAL(cloudsvrExitWithErrors(QString))},
-            {cache, SIGNAL(occurIpcErrorsWhenGetUserInf())},
-            {cache, SIGNAL(occurRpcErrorsWhenGetUserInf())},
+        auto once = [&](int times) {
+            QList<int> n{0, 0, 0, 0};
+            if (raised >= 0)
+                n[raised] = times;
+            return n;
         };
-        QList<QSharedPointer<QSignalSpy>> spies;
-        QSharedPointer<QSignalSpy> wanted;
-        for (const Watched& w : all) {
-            spies << QSharedPointer<QSignalSpy>::create(w.object, w.signal);
-            if (w.object == (object == "client" ? client : cache) &&
-                QByteArray(w.signal).mid(1) == signal.toLatin1())
-                wanted = spies.last();
-        }
-        QVERIFY(wanted);
 
-        const QByteArray content = signedIn("Ada", ", \"emit\": [\"" + request.toUtf8() + "\"]");
-        QVERIFY(save(content));
-        QCOMPARE(wanted->count(), 1);
-        if (signal.contains("QString"))
-            QCOMPARE(wanted->at(0).at(0).toString(), message);
-        for (const auto& spy : spies)
-            QCOMPARE(spy->count(), spy == wanted ? 1 : 0);
-
-        // Once per change: saving the same content again raises nothing,
-        // another change with the same request raises it again.
-        QVERIFY(save(content, Save::InPlace));
-        QCOMPARE(wanted->count(), 1);
-        QVERIFY(save(signedIn("Bob", ", \"emit\": [\"" + request.toUtf8() + "\"]")));
-        QCOMPARE(wanted->count(), 2);
-    }
-
-    void unknownRequestsAreReported()
-    {
+        // A value that is no name at all is passed over like an unknown name.
+        const QByteArray emitList = ", \"emit\": [5, \"" + request.toUtf8() + "\"]";
         KWarningCatcher catcher;
-        QSignalSpy failed(m_client.data(), SIGNAL(failedToLaunchCloudsvrProcess()));
-        QVERIFY(save(
-            signedIn("Ada", R"(, "emit": ["noSuchSignal", 5, "failedToLaunchCloudsvrProcess"])")));
-        QCOMPARE(failed.count(), 1);
-        QCOMPARE(catcher.warnings().size(), 2);
-        QVERIFY(catcher.warnings().join('\n').contains("noSuchSignal"));
+        QVERIFY(save(signedIn("Ada", emitList)));
+        QCOMPARE(counts(), once(1));
+        QCOMPARE(catcher.warnings().size(), raised < 0 ? 2 : 1);
         QVERIFY(KNimboClientInstance::isLogined());
+        if (raised == 1)
+            QCOMPARE(exit.at(0).at(0).toString(), message);
+
+        // Once per change: the same content again raises nothing, another
+        // change with the same request raises it again.
+        QVERIFY(save(signedIn("Ada", emitList), Save::InPlace));
+        QCOMPARE(counts(), once(1));
+        QVERIFY(save(signedIn("Bob", emitList)));
+        QCOMPARE(counts(), once(2));
     }
 
     void loginAndLogoutWriteTheFile()
@@ -436,19 +336,17 @@ private slots:
         QCOMPARE(text(KNimboClientInstance::userInfo(), "Name"), QString("Demo User"));
         QCOMPARE(login.count(), 1);
         QCOMPARE(info.count(), 1);
-        QCOMPARE(fileOnDisk()["IsLogined"].asBool(), true);
-        QCOMPARE(QString::fromStdString(fileOnDisk()["Name"].asString()), QString("Demo User"));
+        QCOMPARE(fileOnDisk().value("Name").toString(), QString("Demo User"));
 
         // The simulator's own write is not news when it reads the file back.
         QSignalSpy read(m_client.data(), SIGNAL(stateFileRead()));
         QVERIFY(read.wait(5000));
-        QCOMPARE(login.count(), 1);
-        QCOMPARE(info.count(), 1);
+        QCOMPARE(login.count() + info.count(), 2);
 
         m_client->logout();
         QVERIFY(!KNimboClientInstance::isLogined());
         QCOMPARE(login.count(), 2);
-        QCOMPARE(fileOnDisk()["IsLogined"].asBool(), false);
+        QCOMPARE(fileOnDisk().value("IsLogined").toBool(true), false);
     }
 
     void autoLoginAddress_data()
@@ -456,41 +354,29 @@ private slots:
         QTest::addColumn<QString>("url");
 
         QTest::newRow("plain") << "https://centre.example/personal";
-        QTest::newRow("query and fragment") << "https://centre.example/p?a=1&b=2#top";
-        QTest::newRow("looks like the wrapper's own query")
-            << "https://centre.example/?token=x&target=y";
+        QTest::newRow("like the wrapper's own query") << "https://c.example/?token=x&target=y#f";
         QTest::newRow("escaped and non-ASCII") << QString::fromUtf8("https://c.example/a%20b/ü 张");
-        QTest::newRow("not an address") << "just words";
     }
 
     void autoLoginAddress()
     {
         QFETCH(QString, url);
 
-        QVERIFY(save(signedIn("Ada")));
-        QString wrapped = "stale";
-        m_client->getAutoLoginUrl(url, wrapped);
-        QVERIFY2(wrapped.startsWith("https://account.zentooffice.example/autologin?token="),
-                 qPrintable(wrapped));
-        const QUrlQuery query{QUrl(wrapped)};
-        QCOMPARE(query.queryItemValue("target", QUrl::FullyDecoded), url);
-        QVERIFY(
-            QRegularExpression("^[0-9a-f]{16}$").match(query.queryItemValue("token")).hasMatch());
-        QCOMPARE(KNimboClientInstance::getAutoLoginUrl(url), wrapped);
-    }
-
-    void autoLoginTokenIsPerUser()
-    {
-        auto token = [this](const QByteArray& user) {
-            QString wrapped;
+        auto wrap = [&](const QByteArray& user) {
+            QString wrapped = "stale";
             if (save(signedIn(user)))
-                m_client->getAutoLoginUrl("https://c.example/", wrapped);
-            return QUrlQuery(QUrl(wrapped)).queryItemValue("token");
+                m_client->getAutoLoginUrl(url, wrapped);
+            return wrapped;
         };
-        const QString ada = token("Ada");
-        QVERIFY(!ada.isEmpty());
-        QVERIFY(token("Bob") != ada);
-        QCOMPARE(token("Ada"), ada);
+        const QString ada = wrap("Ada");
+        QVERIFY2(ada.startsWith("https://account.zentooffice.example/autologin?token="),
+                 qPrintable(ada));
+        const QUrlQuery query{QUrl(ada)};
+        QCOMPARE(query.queryItemValue("target", QUrl::FullyDecoded), url);
+        QCOMPARE(KNimboClientInstance::getAutoLoginUrl(url), ada);
+        // The token tells users apart and stays the same for one user.
+        QVERIFY(wrap("Bob") != ada);
+        QCOMPARE(wrap("Ada"), ada);
     }
 
     void noAutoLoginAddress_data()
@@ -499,8 +385,8 @@ private slots:
         QTest::addColumn<QString>("url");
 
         QTest::newRow("signed out")
-            << QByteArray(R"({"IsLogined": false})") << "https://centre.example/";
-        QTest::newRow("no state") << QByteArray() << "https://centre.example/";
+            << QByteArray(R"({"IsLogined": false})") << "https://c.example/";
+        QTest::newRow("no state") << QByteArray() << "https://c.example/";
         QTest::newRow("signed in, empty address") << signedIn("Ada") << "";
     }
 
