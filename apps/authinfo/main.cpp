@@ -1,6 +1,7 @@
 // authinfo: a command-line host. It loads the authorization plug-in the way
 // the suite does and prints what the plug-in answers.
 
+#include "kaccountreport.h"
 #include "kauthpluginloader.h"
 #include "kinforeport.h"
 
@@ -43,8 +44,12 @@ int main(int argc, char* argv[])
                        "authinfo).")
             .arg(QLatin1String(krt::hostcontrol::profileEnvironmentVariable())),
         QStringLiteral("dir"));
+    const QCommandLineOption accountOption(
+        QStringLiteral("account"),
+        QStringLiteral("Print the account report only (with keys: after their lines)."));
     parser.addOption(pluginOption);
     parser.addOption(profileOption);
+    parser.addOption(accountOption);
     parser.addPositionalArgument(QStringLiteral("key"), QStringLiteral("Information keys to ask."),
                                  QStringLiteral("[key...]"));
     parser.process(app);
@@ -69,8 +74,13 @@ int main(int argc, char* argv[])
     }
     krt::hostcontrol::setHandler(handler);
 
+    // No keys: the whole table and the account report; --account alone: the report.
     const QStringList keys = parser.positionalArguments();
-    KInfoReport::print(out, keys.isEmpty() ? KInfoReport::defaultKeys() : keys);
+    const bool account = parser.isSet(accountOption);
+    if (!account || !keys.isEmpty())
+        KInfoReport::print(out, keys.isEmpty() ? KInfoReport::defaultKeys() : keys);
+    if (account || keys.isEmpty())
+        KAccountReport::print(out);
 
     krt::hostcontrol::setHandler(nullptr);
     return 0;

@@ -29,13 +29,19 @@ class TestAuthInfo : public QObject
 
     static QString binDir() { return QCoreApplication::applicationDirPath(); }
 
-    Run authinfo(const QStringList& args, const QString& profileEnv = QString())
+    // The account comes from a state file of the suite's own, never the one
+    // beside the built simulator.
+    QString statePath() const { return m_env.rootPath() + "/deskhive-state.json"; }
+
+    Run authinfo(const QStringList& args, const QString& profileEnv = QString(),
+                 const QString& program = binDir() + "/authinfo")
     {
         QProcess process;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(krt::hostcontrol::profileEnvironmentVariable(), profileEnv);
+        env.insert("DESKHIVE_STATE", statePath());
         process.setProcessEnvironment(env);
-        process.start(binDir() + "/authinfo", args);
+        process.start(program, args);
         Run run;
         if (!process.waitForFinished(30000))
             return run;
@@ -57,6 +63,27 @@ class TestAuthInfo : public QObject
             }
         }
         return QStringLiteral("<no line for %1>").arg(key);
+    }
+
+    // The value of a line of the account report.
+    static QString accountValue(const QString& out, const QString& label)
+    {
+        const int start = out.indexOf(QStringLiteral("\nAccount\n"));
+        if (start < 0 && !out.startsWith(QStringLiteral("Account\n")))
+            return QStringLiteral("<no account report>");
+        for (const QString& line : out.mid(start + 1).split('\n')) {
+            const QStringList columns = line.trimmed().split(QRegularExpression("\\s{2,}"));
+            if (columns[0] == label)
+                return columns.mid(1).join("  ");
+        }
+        return QStringLiteral("<no line for %1>").arg(label);
+    }
+
+    bool writeState(const QByteArray& content)
+    {
+        QFile file(statePath());
+        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+               file.write(content) == content.size();
     }
 
 private slots:
@@ -113,6 +140,81 @@ private slots:
         QCOMPARE(valueOf(run.out, "Nope/Nothing", &type), QString(""));
         QCOMPARE(type, QString("null"));
         QVERIFY(run.err.contains("The info Nope/Nothing was not found, the key must be handled!"));
+    }
+
+    void accountReport_data()
+    {
+        QTest::addColumn<QByteArray>("state");
+        QTest::addColumn<QStringList>("values"); // signed in, name, id, avatar, company
+
+        QTest::newRow("signed in")
+            << QByteArray(R"({"IsLogined": true, "Name": "Ada Lovelace",
+            "Id": "u-7", "UserAvatarImagePath": "/p/ada.png", "IsCompanyAccount": true})")
+            << QStringList{"yes", "Ada Lovelace", "u-7", "/p/ada.png", "yes"};
+        QTest::newRow("signed out") << QByteArray(R"({"IsLogined": false, "Name": "Ada"})")
+                                    << QStringList{"no", "", "", "", "no"};
+    }
+
+    void accountReport()
+    {
+        QFETCH(QByteArray, state);
+        QFETCH(QStringList, values);
+
+        QVERIFY(writeState(state));
+        // With no keys the report follows the whole table.
+        const Run run = authinfo({});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.indexOf("Server/ReinstallServer") < run.out.indexOf("\nAccount\n"));
+        QCOMPARE(accountValue(run.out, "Cloud library"),
+                 "loaded from " + binDir() + "/addons/deskhive/libdeskhive.so");
+        const QStringList labels{"Signed in", "Name", "Id", "Avatar", "Company account"};
+        for (int i = 0; i < labels.size(); ++i)
+            QCOMPARE(accountValue(run.out, labels[i]), values[i]);
+    }
+
+    void accountSelection_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<bool>("table");
+        QTest::addColumn<bool>("account");
+
+        QTest::newRow("--account alone") << QStringList{"--account"} << false << true;
+        QTest::newRow("--account with a key")
+            << QStringList{"--account", "Product/VexName"} << true << true;
+        QTest::newRow("a key alone") << QStringList{"Product/VexName"} << true << false;
+    }
+
+    void accountSelection()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(bool, table);
+        QFETCH(bool, account);
+
+        QVERIFY(writeState(R"({"IsLogined": true, "Name": "Ada"})"));
+        const Run run = authinfo(args);
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out.contains("Product/VexName"), table);
+        QVERIFY(!run.out.contains("Server/ReinstallServer"));
+        QCOMPARE(accountValue(run.out, "Name") == "Ada", account);
+    }
+
+    void accountWithoutCloudLibrary()
+    {
+        // A copy of authinfo in a folder without addons/deskhive.
+        const QString app = m_env.rootPath() + "/bare-app";
+        QVERIFY(QDir().mkpath(app));
+        QVERIFY(QFile::copy(binDir() + "/authinfo", app + "/authinfo"));
+        QVERIFY(
+            QFile::setPermissions(app + "/authinfo", QFile::permissions(binDir() + "/authinfo")));
+        QVERIFY(writeState(R"({"IsLogined": true, "Name": "Ada"})"));
+
+        const Run run = authinfo({"--account", "--plugin", binDir() + "/libauthplugin.so"},
+                                 binDir() + "/profile", app + "/authinfo");
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(accountValue(run.out, "Cloud library"),
+                 "not found: no " + app + "/addons/deskhive");
+        QCOMPARE(accountValue(run.out, "Signed in"), QString("no"));
+        QCOMPARE(accountValue(run.out, "Name"), QString());
     }
 
     void unusablePlugin_data()

@@ -1,0 +1,7 @@
+#include "deskhive/livestateupdatecache.h"
+
+ILiveStateUpdateCache::ILiveStateUpdateCache(QObject* parent)
+    : QObject(parent)
+{}
+
+ILiveStateUpdateCache::~ILiveStateUpdateCache() = default;
