@@ -3,13 +3,12 @@
 
 #include <QtCore/qglobal.h>
 
-// The client interface classes live in one shared library that the Deskhive
-// library and its users both link, so there is one meta-object and one
-// vtable per class in the process.
-#if defined(DESKHIVEAPI_LIBRARY)
-#define DESKHIVEAPI_EXPORT Q_DECL_EXPORT
+// The library that implements the client interface owns its classes'
+// meta-objects and vtables; users only include the headers.
+#if defined(DESKHIVE_LIBRARY)
+#define DESKHIVE_EXPORT Q_DECL_EXPORT
 #else
-#define DESKHIVEAPI_EXPORT Q_DECL_IMPORT
+#define DESKHIVE_EXPORT Q_DECL_IMPORT
 #endif
 
 #endif // DESKHIVE_GLOBAL_H

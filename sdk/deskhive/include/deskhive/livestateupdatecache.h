@@ -7,7 +7,7 @@
 
 // The user-information sync cache the Deskhive library hands out from
 // LiveStateUpdateCacheInstance(). Users only listen to its error signals.
-class DESKHIVEAPI_EXPORT ILiveStateUpdateCache : public QObject
+class DESKHIVE_EXPORT ILiveStateUpdateCache : public QObject
 {
     Q_OBJECT
 

@@ -15,7 +15,7 @@
 //
 // The order of the virtual operations is part of the library's binary
 // interface: do not reorder or insert.
-class DESKHIVEAPI_EXPORT INimboClient : public QObject
+class DESKHIVE_EXPORT INimboClient : public QObject
 {
     Q_OBJECT
 
