@@ -6,6 +6,7 @@
 //
 // Unknown calls or missing arguments end the probe with status 2.
 
+#include "common/qcommcloudnodes.h"
 #include "common/qcommidentity.h"
 
 #include <QCoreApplication>
@@ -36,6 +37,11 @@ const std::map<QString, Entry>& calls()
         {"getWebKitUserAgent",
          {3, [](const QStringList& a) { return getWebKitUserAgent(a[0] == "1", a[1], a[2]); }}},
         {"getUserAgent", {0, [](const QStringList&) { return getUserAgent(); }}},
+        {"cloudFileNodeName",
+         {1,
+          [](const QStringList& a) {
+              return cloudFileNodeName(static_cast<CloudFileNodeType>(a[0].toInt()));
+          }}},
     };
     return table;
 }
