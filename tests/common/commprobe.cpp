@@ -8,6 +8,7 @@
 
 #include "common/qcommcloudnodes.h"
 #include "common/qcommidentity.h"
+#include "common/qcommsyncswitches.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -26,6 +27,11 @@ struct Entry
     Call call;
 };
 
+QString yesNo(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
 const std::map<QString, Entry>& calls()
 {
     using namespace QComm;
@@ -42,6 +48,9 @@ const std::map<QString, Entry>& calls()
           [](const QStringList& a) {
               return cloudFileNodeName(static_cast<CloudFileNodeType>(a[0].toInt()));
           }}},
+        {"isDesktopSyncEnable",
+         {0, [](const QStringList&) { return yesNo(isDesktopSyncEnable()); }}},
+        {"isV5MetadataEnable", {0, [](const QStringList&) { return yesNo(isV5MetadataEnable()); }}},
     };
     return table;
 }
