@@ -8,9 +8,12 @@
 
 #include "common/qcommcloudnodes.h"
 #include "common/qcommidentity.h"
+#include "common/qcommmanualroaming.h"
 #include "common/qcommsyncswitches.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QStringList>
 
 #include <cstdio>
@@ -51,6 +54,19 @@ const std::map<QString, Entry>& calls()
         {"isDesktopSyncEnable",
          {0, [](const QStringList&) { return yesNo(isDesktopSyncEnable()); }}},
         {"isV5MetadataEnable", {0, [](const QStringList&) { return yesNo(isV5MetadataEnable()); }}},
+        {"getManualRoamingFiles",
+         {1,
+          [](const QStringList& a) {
+              return QString::fromUtf8(
+                  QJsonDocument(QJsonArray::fromStringList(getManualRoamingFiles(a[0])))
+                      .toJson(QJsonDocument::Compact));
+          }}},
+        {"addManualRoamingFiles",
+         {2,
+          [](const QStringList& a) {
+              addManualRoamingFiles(a[0], a[1]);
+              return QStringLiteral("done");
+          }}},
     };
     return table;
 }
