@@ -2,6 +2,7 @@
 // the suite does and prints what the plug-in answers.
 
 #include "kauthpluginloader.h"
+#include "kdiagnosticsreport.h"
 #include "kinforeport.h"
 
 #include <vexlite/hostcontrol.h>
@@ -43,8 +44,13 @@ int main(int argc, char* argv[])
                        "authinfo).")
             .arg(QLatin1String(krt::hostcontrol::profileEnvironmentVariable())),
         QStringLiteral("dir"));
+    const QCommandLineOption diagnosticsOption(
+        QStringLiteral("diagnostics"),
+        QStringLiteral("Print the cloud client's diagnostics (identity, user agents, data "
+                       "directories) instead of the whole table; keys given are still asked."));
     parser.addOption(pluginOption);
     parser.addOption(profileOption);
+    parser.addOption(diagnosticsOption);
     parser.addPositionalArgument(QStringLiteral("key"), QStringLiteral("Information keys to ask."),
                                  QStringLiteral("[key...]"));
     parser.process(app);
@@ -69,8 +75,16 @@ int main(int argc, char* argv[])
     }
     krt::hostcontrol::setHandler(handler);
 
+    // The whole table comes with the diagnostics after it; chosen keys alone.
     const QStringList keys = parser.positionalArguments();
-    KInfoReport::print(out, keys.isEmpty() ? KInfoReport::defaultKeys() : keys);
+    const bool diagnostics = keys.isEmpty() || parser.isSet(diagnosticsOption);
+    if (!keys.isEmpty() || !parser.isSet(diagnosticsOption))
+        KInfoReport::print(out, keys.isEmpty() ? KInfoReport::defaultKeys() : keys);
+    if (diagnostics) {
+        if (!parser.isSet(diagnosticsOption))
+            out << '\n';
+        KDiagnosticsReport::print(out);
+    }
 
     krt::hostcontrol::setHandler(nullptr);
     return 0;
