@@ -61,12 +61,6 @@ const std::map<QString, Entry>& calls()
                   QJsonDocument(QJsonArray::fromStringList(getManualRoamingFiles(a[0])))
                       .toJson(QJsonDocument::Compact));
           }}},
-        {"addManualRoamingFiles",
-         {2,
-          [](const QStringList& a) {
-              addManualRoamingFiles(a[0], a[1]);
-              return QStringLiteral("done");
-          }}},
     };
     return table;
 }

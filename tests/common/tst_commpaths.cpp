@@ -36,20 +36,19 @@ private slots:
         QDir(m_env.profilePath() + "/stores").removeRecursively();
         for (const char* top : {"nimbo", "Zento Cloud Files", "office6"})
             QDir(m_root + '/' + top).removeRecursively();
+        QFile(m_env.rootPath() + "/file").open(QIODevice::WriteOnly);
     }
 
     // First of the slots that reach the roots: only the first call creates them.
     void userDataRootsAreKeptForTheProcess()
     {
-        QString oldRoot, newRoot;
+        QString oldRoot, newRoot, oldAgain, newAgain;
         QComm::getUserDataRootPath(oldRoot, newRoot);
         QCOMPARE(oldRoot, m_root + "/office6/Deskhive");
         QCOMPARE(newRoot, m_root + "/Zento Cloud Files/userdata");
         QVERIFY(QFileInfo(oldRoot).isDir() && QFileInfo(newRoot).isDir());
 
-        QDir(m_root + "/office6").removeRecursively();
-        QDir(m_root + "/Zento Cloud Files").removeRecursively();
-        QString oldAgain, newAgain;
+        init();
         QComm::getUserDataRootPath(oldAgain, newAgain);
         QCOMPARE(oldAgain, oldRoot);
         QCOMPARE(newAgain, newRoot);
@@ -60,13 +59,14 @@ private slots:
     {
         QCOMPARE(q(Comm::getAppdataPath()), m_root);
         QCOMPARE(q(Comm::getLocalAppdataPath()), m_root);
+        QVERIFY(Comm::getNimboPath().empty());
 
         const QString elsewhere = m_env.rootPath() + "/elsewhere/share";
         const QByteArray saved = qgetenv("XDG_DATA_HOME");
         qputenv("XDG_DATA_HOME", elsewhere.toLocal8Bit());
         const QString root = q(Comm::getAppdataPath());
         const bool rootCreated = QFileInfo::exists(elsewhere);
-        const QString log = q(Comm::getLogPath());
+        const QString log = q(Comm::getLogPath()); // brings every level into existence
         qputenv("XDG_DATA_HOME", saved);
 
         QCOMPARE(root, elsewhere);
@@ -79,23 +79,21 @@ private slots:
     {
         QTest::addColumn<Builder>("build");
         QTest::addColumn<QString>("relative");
-
+        const auto row = [](const char* tag, const Builder& build, const char* relative) {
+            QTest::newRow(tag) << build << QString(relative);
+        };
         using namespace Comm;
-        QTest::newRow("nimbo") << Builder(getNimboAppdataPath) << "/nimbo";
-        QTest::newRow("cloud files")
-            << Builder([] { return getNimboLocalAppdataPath(false); }) << "/Zento Cloud Files";
-        QTest::newRow("cloud files, flag set")
-            << Builder([] { return getNimboLocalAppdataPath(true); }) << "/Zento Cloud Files";
-        QTest::newRow("userdata") << Builder([] { return getNimboUserDataRootPath(false); })
-                                  << "/Zento Cloud Files/userdata";
-        QTest::newRow("userdata, flag set")
-            << Builder([] { return getNimboUserDataRootPath(true); })
-            << "/Zento Cloud Files/userdata";
-        QTest::newRow("update") << Builder(getNimboUpdateRootPath) << "/Zento Cloud Files/update";
-        QTest::newRow("resource") << Builder(getNimboResourcePath) << "/Zento Cloud Files/resource";
-        QTest::newRow("Deskhive") << Builder(getDeskhivePath) << "/office6/Deskhive";
-        QTest::newRow("log") << Builder(getLogPath) << "/office6/Deskhive/log";
-        QTest::newRow("dump") << Builder(getDumpPath) << "/office6/Deskhive/dump";
+        row("nimbo", getNimboAppdataPath, "/nimbo");
+        row("cloud files", std::bind(getNimboLocalAppdataPath, false), "/Zento Cloud Files");
+        row("cloud files, flag", std::bind(getNimboLocalAppdataPath, true), "/Zento Cloud Files");
+        row("userdata", std::bind(getNimboUserDataRootPath, false), "/Zento Cloud Files/userdata");
+        row("userdata, flag", std::bind(getNimboUserDataRootPath, true),
+            "/Zento Cloud Files/userdata");
+        row("update", getNimboUpdateRootPath, "/Zento Cloud Files/update");
+        row("resource", getNimboResourcePath, "/Zento Cloud Files/resource");
+        row("Deskhive", getDeskhivePath, "/office6/Deskhive");
+        row("log", getLogPath, "/office6/Deskhive/log");
+        row("dump", getDumpPath, "/office6/Deskhive/dump");
     }
 
     void tree()
@@ -111,14 +109,7 @@ private slots:
             level += '/' + piece;
         }
         QVERIFY(QDir(level).isEmpty());
-        // A second call finds the tree in place.
-        QCOMPARE(q(build()), m_root + relative);
-    }
-
-    void nimboPathIsAlwaysEmpty()
-    {
-        QVERIFY(Comm::getNimboPath().empty());
-        QVERIFY(Comm::getNimboPath().empty());
+        QCOMPARE(q(build()), m_root + relative); // and again with the tree in place
     }
 
     void makeDirectories_data()
@@ -126,15 +117,17 @@ private slots:
         QTest::addColumn<bool>("qtLayer");
         QTest::addColumn<QString>("relative");
         QTest::addColumn<bool>("expected");
-
-        for (const bool qtLayer : {false, true}) {
-            const QByteArray layer = qtLayer ? "QComm: " : "Comm: ";
-            QTest::newRow(layer + "new nested") << qtLayer << "new/a/b" << true;
-            QTest::newRow(layer + "exists") << qtLayer << "home" << true;
-            QTest::newRow(layer + "non-ASCII") << qtLayer << QString::fromUtf8("新/目录") << true;
-            QTest::newRow(layer + "below a file") << qtLayer << "file/sub" << false;
-            QTest::newRow(layer + "a file") << qtLayer << "file" << false;
-            QTest::newRow(layer + "empty") << qtLayer << "" << false;
+        for (const bool qt : {false, true}) {
+            const auto row = [qt](const char* tag, const char* relative, bool expected) {
+                QTest::addRow("%s%s", qt ? "QComm: " : "Comm: ", tag)
+                    << qt << QString::fromUtf8(relative) << expected;
+            };
+            row("new nested", "new/a/b", true);
+            row("exists", "home", true);
+            row("non-ASCII", "新/目录", true);
+            row("below a file", "file/sub", false);
+            row("a file", "file", false);
+            row("empty", "", false);
         }
     }
 
@@ -143,40 +136,21 @@ private slots:
         QFETCH(bool, qtLayer);
         QFETCH(QString, relative);
         QFETCH(bool, expected);
-
-        QFile file(m_env.rootPath() + "/file");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
         const QString path = relative.isEmpty() ? QString() : m_env.rootPath() + '/' + relative;
-        const bool made =
-            qtLayer ? QComm::makeDeepPath(path) : Comm::createDeepDirectory(path.toStdU16String());
-        QCOMPARE(made, expected);
+        QCOMPARE(qtLayer ? QComm::makeDeepPath(path)
+                         : Comm::createDeepDirectory(path.toStdU16String()),
+                 expected);
         QCOMPARE(QFileInfo(path).isDir(), expected);
-    }
-
-    void fileExists_data()
-    {
-        QTest::addColumn<QString>("relative");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("file") << "file" << true;
-        QTest::newRow("directory") << "home" << true;
-        QTest::newRow("non-ASCII file") << QString::fromUtf8("文件.txt") << true;
-        QTest::newRow("missing") << "missing" << false;
     }
 
     void fileExists()
     {
-        QFETCH(QString, relative);
-        QFETCH(bool, expected);
-        for (const char* name : {"file", "文件.txt"}) {
-            QFile file(m_env.rootPath() + '/' + QString::fromUtf8(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
-        QCOMPARE(Comm::fileExists((m_env.rootPath() + '/' + relative).utf16()), expected);
-    }
-
-    void fileExistsOfNothing()
-    {
+        QFile(m_env.rootPath() + QString::fromUtf8("/文件.txt")).open(QIODevice::WriteOnly);
+        const auto exists = [this](const char* name) {
+            return Comm::fileExists((m_env.rootPath() + QString::fromUtf8(name)).utf16());
+        };
+        QVERIFY(exists("/file") && exists("/home") && exists("/文件.txt"));
+        QVERIFY(!exists("/missing"));
         QVERIFY(!Comm::fileExists(nullptr));
         QVERIFY(!Comm::fileExists(QString("").utf16()));
     }
@@ -186,24 +160,26 @@ private slots:
         QTest::addColumn<QVariant>("marker");
         QTest::addColumn<QString>("version");
         QTest::addColumn<bool>("expected");
-
-        QTest::newRow("last old version") << QVariant(1) << "9.1.0.4817" << false;
-        QTest::newRow("next build") << QVariant(1) << "9.1.0.4818" << true;
-        QTest::newRow("next minor") << QVariant(1) << "9.2.0.0" << true;
-        QTest::newRow("next patch") << QVariant(1) << "9.1.1.0" << true;
-        QTest::newRow("next major") << QVariant(1) << "10.0.0.0" << true;
-        QTest::newRow("older build, higher later parts") << QVariant(1) << "9.0.9999.9999" << false;
-        QTest::newRow("older major") << QVariant(1) << "8.99.99.99999" << false;
-        QTest::newRow("three parts") << QVariant(1) << "9.1.0" << false;
-        QTest::newRow("five parts") << QVariant(1) << "9.1.0.4818.1" << false;
-        QTest::newRow("empty part counts as 0") << QVariant(1) << "9.2..0" << true;
-        QTest::newRow("text part counts as 0") << QVariant(1) << "9.1.0.x" << false;
-        QTest::newRow("unknown version: 8.1.0.X") << QVariant(1) << "0.0.0.0" << false;
-        QTest::newRow("marker 0") << QVariant(0) << "10.0.0.0" << false;
-        QTest::newRow("marker 2") << QVariant(2) << "10.0.0.0" << false;
-        QTest::newRow("marker as text") << QVariant("1") << "10.0.0.0" << true;
-        QTest::newRow("marker not a number") << QVariant("true") << "10.0.0.0" << false;
-        QTest::newRow("no marker") << QVariant() << "10.0.0.0" << false;
+        const auto row = [](const char* tag, const QVariant& marker, const char* version,
+                            bool expected) {
+            QTest::newRow(tag) << marker << QString(version) << expected;
+        };
+        row("last old version", 1, "9.1.0.4817", false);
+        row("next build", 1, "9.1.0.4818", true);
+        row("next minor", 1, "9.2.0.0", true);
+        row("next patch", 1, "9.1.1.0", true);
+        row("next major", 1, "10.0.0.0", true);
+        row("older, higher later parts", 1, "9.0.9999.9999", false);
+        row("three parts", 1, "9.1.0", false);
+        row("five parts", 1, "9.1.0.4818.1", false);
+        row("empty part counts as 0", 1, "9.2..0", true);
+        row("text part counts as 0", 1, "9.1.0.x", false);
+        row("unknown version: 8.1.0.X", 1, "0.0.0.0", false);
+        row("marker 0", 0, "10.0.0.0", false);
+        row("marker 2", 2, "10.0.0.0", false);
+        row("marker as text", "1", "10.0.0.0", true);
+        row("marker not a number", "true", "10.0.0.0", false);
+        row("no marker", QVariant(), "10.0.0.0", false);
     }
 
     void newUserData()
@@ -211,7 +187,6 @@ private slots:
         QFETCH(QVariant, marker);
         QFETCH(QString, version);
         QFETCH(bool, expected);
-
         if (marker.isValid())
             QComm::writeNimboUserInfoRegValue("zentocloudfiles", marker);
         krt::hostcontrol::setVersion(version);
@@ -229,20 +204,21 @@ private slots:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<bool>("expected");
-
         // %R stands for the application-data root.
-        QTest::newRow("below the new root") << "%R/Zento Cloud Files/userdata/u1/a.docx" << true;
-        QTest::newRow("other letter case") << "%R/zento cloud files/USERDATA/a" << true;
-        QTest::newRow("the new root with a separator") << "%R/Zento Cloud Files/userdata/" << true;
-        QTest::newRow("the new root itself") << "%R/Zento Cloud Files/userdata" << false;
-        QTest::newRow("a sibling of the new root") << "%R/Zento Cloud Files/userdata2/a" << false;
-        QTest::newRow("contained, not at the start")
-            << "/mnt/copy%R/Zento Cloud Files/userdata/a" << true;
-        QTest::newRow("below the old root") << "%R/office6/Deskhive/log/x.log" << true;
-        QTest::newRow("a sibling of the old root") << "%R/office6/DeskhiveOld/x" << false;
-        QTest::newRow("elsewhere in the tree") << "%R/nimbo/resource/a" << false;
-        QTest::newRow("relative") << "userdata/a" << false;
-        QTest::newRow("empty") << "" << false;
+        const auto row = [](const char* tag, const char* path, bool expected) {
+            QTest::newRow(tag) << QString(path) << expected;
+        };
+        row("below the new root", "%R/Zento Cloud Files/userdata/u1/a.docx", true);
+        row("other letter case", "%R/zento cloud files/USERDATA/a", true);
+        row("new root with a separator", "%R/Zento Cloud Files/userdata/", true);
+        row("new root itself", "%R/Zento Cloud Files/userdata", false);
+        row("sibling of the new root", "%R/Zento Cloud Files/userdata2/a", false);
+        row("contained, not at the start", "/mnt/copy%R/Zento Cloud Files/userdata/a", true);
+        row("below the old root", "%R/office6/Deskhive/log/x.log", true);
+        row("sibling of the old root", "%R/office6/DeskhiveOld/x", false);
+        row("elsewhere in the tree", "%R/nimbo/resource/a", false);
+        row("relative", "userdata/a", false);
+        row("empty", "", false);
     }
 
     void inUserDataRoot()

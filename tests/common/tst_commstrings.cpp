@@ -4,18 +4,28 @@
 
 #include <QtTest>
 
-using Comm::WideString;
-
 namespace {
 
-WideString w(const QString& text)
-{
-    return text.toStdU16String();
-}
+enum Helper { CutFileSpec, FileName, TrimSpace, Replace };
 
-QString q(const WideString& text)
+QString run(int helper, const QString& text, const QString& from, const QString& to)
 {
-    return QString::fromStdU16String(text);
+    Comm::WideString wide = text.toStdU16String();
+    switch (helper) {
+    case CutFileSpec:
+        Comm::pathRemoveFileSpec(wide);
+        return QString::fromStdU16String(wide);
+    case FileName:
+        return QString::fromStdU16String(Comm::getFileName(text.utf16()));
+    case TrimSpace: {
+        const Comm::WideString copy = Comm::trimSpace(wide);
+        // In place and as the returned copy alike.
+        return copy == wide ? QString::fromStdU16String(copy) : QStringLiteral("<differs>");
+    }
+    default:
+        return QString::fromStdU16String(
+            Comm::Replace(wide, from.toStdU16String(), to.toStdU16String()));
+    }
 }
 
 } // namespace
@@ -25,147 +35,62 @@ class TestCommStrings : public QObject
     Q_OBJECT
 
 private slots:
-    void pathRemoveFileSpec_data()
+    void helpers_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("file in folder") << "/a/b/c.txt"
-                                        << "/a/b";
-        QTest::newRow("trailing separator") << "/a/b/"
-                                            << "/a/b";
-        QTest::newRow("relative") << "a/b"
-                                  << "a";
-        QTest::newRow("bare name") << "file.txt"
-                                   << "";
-        QTest::newRow("root") << "/"
-                              << "";
-        QTest::newRow("top-level entry") << "/a"
-                                         << "";
-        QTest::newRow("empty") << ""
-                               << "";
-        QTest::newRow("backslashes are not separators") << "C:\\x\\y.txt"
-                                                        << "";
-        QTest::newRow("non-ASCII")
-            << QString::fromUtf8("/文档/漫游/a.txt") << QString::fromUtf8("/文档/漫游");
-    }
-
-    void pathRemoveFileSpec()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, expected);
-        WideString text = w(path);
-        Comm::pathRemoveFileSpec(text);
-        QCOMPARE(q(text), expected);
-    }
-
-    void getFileName_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("file in folder") << "/a/b/c.txt"
-                                        << "c.txt";
-        QTest::newRow("trailing separator") << "/a/b/"
-                                            << "";
-        QTest::newRow("bare name") << "c.txt"
-                                   << "c.txt";
-        QTest::newRow("root") << "/"
-                              << "";
-        QTest::newRow("empty") << ""
-                               << "";
-        QTest::newRow("non-ASCII, outside the BMP") << QString::fromUtf8("/目录/文件\U0001F600.txt")
-                                                    << QString::fromUtf8("文件\U0001F600.txt");
-    }
-
-    void getFileName()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, expected);
-        QCOMPARE(q(Comm::getFileName(path.utf16())), expected);
-    }
-
-    void getFileNameOfNull() { QCOMPARE(q(Comm::getFileName(nullptr)), QString()); }
-
-    void trimSpace_data()
-    {
+        QTest::addColumn<int>("helper");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("both ends") << "  a b  "
-                                   << "a b";
-        QTest::newRow("inner spaces kept") << "a  b"
-                                           << "a  b";
-        QTest::newRow("tabs are not spaces") << "\ta\t"
-                                             << "\ta\t";
-        QTest::newRow("stops at a tab") << " \t a \n "
-                                        << "\t a \n";
-        QTest::newRow("spaces only") << "    "
-                                     << "";
-        QTest::newRow("empty") << ""
-                               << "";
-        QTest::newRow("no-break space kept")
-            << QString::fromUtf8("\u00a0a ") << QString::fromUtf8("\u00a0a");
-    }
-
-    void trimSpace()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
-        WideString inPlace = w(text);
-        const WideString copy = Comm::trimSpace(inPlace);
-        QCOMPARE(q(inPlace), expected);
-        QCOMPARE(q(copy), expected);
-    }
-
-    void replace_data()
-    {
-        QTest::addColumn<QString>("src");
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("inserted text not searched again") << "aa"
-                                                          << "a"
-                                                          << "aa"
-                                                          << "aaaa";
-        QTest::newRow("removal") << "a-b-c"
-                                 << "-"
-                                 << ""
-                                 << "abc";
-        QTest::newRow("left to right, no overlap") << "aaa"
-                                                   << "aa"
-                                                   << "b"
-                                                   << "ba";
-        QTest::newRow("match formed around the insertion") << "aabb"
-                                                           << "ab"
-                                                           << ""
-                                                           << "ab";
-        QTest::newRow("case-sensitive") << "aXa"
-                                        << "x"
-                                        << "y"
-                                        << "aXa";
-        QTest::newRow("longer than the text") << "abc"
-                                              << "abcd"
-                                              << "x"
-                                              << "abc";
-        QTest::newRow("empty text") << ""
-                                    << "a"
-                                    << "b"
-                                    << "";
-        QTest::newRow("empty from: unchanged") << "abc"
-                                               << ""
-                                               << "z"
-                                               << "abc";
-        QTest::newRow("surrogate pairs")
-            << QString::fromUtf8("\U0001F600x\U0001F600") << QString::fromUtf8("\U0001F600") << "-"
-            << "-x-";
+        const auto row = [](const char* tag, int helper, const char* text, const char* expected,
+                            const char* from = "", const char* to = "") {
+            QTest::newRow(tag) << helper << QString::fromUtf8(text) << QString::fromUtf8(expected)
+                               << QString::fromUtf8(from) << QString::fromUtf8(to);
+        };
+        row("cut: file in folder", CutFileSpec, "/a/b/c.txt", "/a/b");
+        row("cut: trailing separator", CutFileSpec, "/a/b/", "/a/b");
+        row("cut: relative", CutFileSpec, "a/b", "a");
+        row("cut: bare name", CutFileSpec, "file.txt", "");
+        row("cut: root", CutFileSpec, "/", "");
+        row("cut: top-level entry", CutFileSpec, "/a", "");
+        row("cut: empty", CutFileSpec, "", "");
+        row("cut: backslash is no separator", CutFileSpec, "C:\\x\\y.txt", "");
+        row("cut: non-ASCII", CutFileSpec, "/文档/漫游/a.txt", "/文档/漫游");
+        row("name: file in folder", FileName, "/a/b/c.txt", "c.txt");
+        row("name: trailing separator", FileName, "/a/b/", "");
+        row("name: bare name", FileName, "c.txt", "c.txt");
+        row("name: root", FileName, "/", "");
+        row("name: empty", FileName, "", "");
+        row("name: outside the BMP", FileName, "/目录/文件\U0001F600.txt", "文件\U0001F600.txt");
+        row("trim: both ends", TrimSpace, "  a b  ", "a b");
+        row("trim: inner spaces kept", TrimSpace, "a  b", "a  b");
+        row("trim: tabs kept", TrimSpace, "\ta\t", "\ta\t");
+        row("trim: stops at a tab", TrimSpace, " \t a \n ", "\t a \n");
+        row("trim: spaces only", TrimSpace, "    ", "");
+        row("trim: empty", TrimSpace, "", "");
+        row("trim: no-break space kept", TrimSpace, "\u00a0a ", "\u00a0a");
+        row("replace: inserted text not searched", Replace, "aa", "aaaa", "a", "aa");
+        row("replace: removal", Replace, "a-b-c", "abc", "-", "");
+        row("replace: no overlap", Replace, "aaa", "ba", "aa", "b");
+        row("replace: match around the insertion", Replace, "aabb", "ab", "ab", "");
+        row("replace: case-sensitive", Replace, "aXa", "aXa", "x", "y");
+        row("replace: longer than the text", Replace, "abc", "abc", "abcd", "x");
+        row("replace: empty text", Replace, "", "", "a", "b");
+        row("replace: empty from, unchanged", Replace, "abc", "abc", "", "z");
+        row("replace: surrogate pairs", Replace, "\U0001F600x\U0001F600", "-x-", "\U0001F600", "-");
     }
 
-    void replace()
+    void helpers()
     {
-        QFETCH(QString, src);
+        QFETCH(int, helper);
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
         QFETCH(QString, from);
         QFETCH(QString, to);
-        QFETCH(QString, expected);
-        QCOMPARE(q(Comm::Replace(w(src), w(from), w(to))), expected);
+        QCOMPARE(run(helper, text, from, to), expected);
     }
+
+    void fileNameOfNull() { QVERIFY(Comm::getFileName(nullptr).empty()); }
 };
 
 QTEST_GUILESS_MAIN(TestCommStrings)

@@ -107,18 +107,19 @@ private slots:
         QTest::addColumn<QString>("expected");
 
         const QString fallback = QString::fromUtf8("自动备份同步");
-        QTest::newRow("nothing stored") << QVariant() << false << fallback;
-        QTest::newRow("nothing stored, international") << QVariant() << true << fallback;
-        QTest::newRow("stored name") << QVariant(base64Of(QString::fromUtf8("我的漫游").toUtf8()))
-                                     << false << QString::fromUtf8("我的漫游");
-        QTest::newRow("stored name, international")
-            << QVariant(base64Of("Sync Box")) << true << "Sync Box";
-        QTest::newRow("empty text") << QVariant("") << false << fallback;
-        QTest::newRow("not Base64 at all") << QVariant("!!!") << false << fallback;
-        QTest::newRow("up to a zero byte")
-            << QVariant(base64Of(QByteArray("ab\0cd", 5))) << false << "ab";
-        QTest::newRow("zero byte first")
-            << QVariant(base64Of(QByteArray("\0ab", 3))) << false << fallback;
+        const auto row = [](const char* tag, const QVariant& stored, bool overseas,
+                            const QString& expected) {
+            QTest::newRow(tag) << stored << overseas << expected;
+        };
+        const QString mine = QString::fromUtf8("我的漫游");
+        row("nothing stored", QVariant(), false, fallback);
+        row("nothing stored, international", QVariant(), true, fallback);
+        row("stored name", base64Of(mine.toUtf8()), false, mine);
+        row("stored name, international", base64Of("Sync Box"), true, "Sync Box");
+        row("empty text", "", false, fallback);
+        row("not Base64 at all", "!!!", false, fallback);
+        row("up to a zero byte", base64Of(QByteArray("ab\0cd", 5)), false, "ab");
+        row("zero byte first", base64Of(QByteArray("\0ab", 3)), false, fallback);
     }
 
     void roamingName()

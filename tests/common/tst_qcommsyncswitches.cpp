@@ -7,7 +7,6 @@
 #include "common/qcommstores.h"
 #include "common/qcommsyncswitches.h"
 
-#include <vexlite/hostcontrol.h>
 #include <vexlite/khksoftwaresettings.h>
 
 #include <QDir>
@@ -32,45 +31,45 @@ private slots:
     void textToBoolean_data()
     {
         QTest::addColumn<QVariant>("stored");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("empty") << QVariant("") << false;
-        QTest::newRow("0") << QVariant("0") << false;
-        QTest::newRow("false") << QVariant("false") << false;
-        QTest::newRow("False") << QVariant("False") << false;
-        QTest::newRow("FALSE") << QVariant("FALSE") << false;
-        QTest::newRow("stored boolean false") << QVariant(false) << false;
-        QTest::newRow("stored integer 0") << QVariant(0) << false;
-        QTest::newRow("no") << QVariant("no") << true;
-        QTest::newRow("off") << QVariant("off") << true;
-        QTest::newRow("0.0") << QVariant("0.0") << true;
-        QTest::newRow(" 0") << QVariant(" 0") << true;
-        QTest::newRow("1") << QVariant("1") << true;
-        QTest::newRow("true") << QVariant("true") << true;
+        QTest::addColumn<bool>("userSwitch");
+        QTest::addColumn<bool>("serverSwitches");
+        const auto row = [](const char* tag, const QVariant& stored, bool expected) {
+            QTest::newRow(tag) << stored << expected << expected;
+        };
+        QTest::newRow("nothing stored: user off, server on") << QVariant() << false << true;
+        row("empty", "", false);
+        row("0", "0", false);
+        row("false", "false", false);
+        row("False", "False", false);
+        row("FALSE", "FALSE", false);
+        row("stored boolean false", false, false);
+        row("stored integer 0", 0, false);
+        row("no", "no", true);
+        row("off", "off", true);
+        row("0.0", "0.0", true);
+        row(" 0", " 0", true);
+        row("1", "1", true);
+        row("true", "true", true);
     }
 
     // The user's switch is read afresh on every call, so one process sees
-    // every row; the server switches follow the same rule in fresh processes.
+    // every row; the server switches are read in a fresh process each.
     void textToBoolean()
     {
         QFETCH(QVariant, stored);
-        QFETCH(bool, expected);
+        QFETCH(bool, userSwitch);
+        QFETCH(bool, serverSwitches);
 
         QComm::writeNimboUserInfoRegValue("userid", "12345");
-        QComm::writeNimboRegValue("usercenter/12345/desksync/switch", stored);
-        QCOMPARE(QComm::desktopSyncSwitchOn(), expected);
-
-        QComm::writeNimboRegValue("enableDesktopSyncEx", stored);
-        QComm::writeNimboRegValue("enableV5Metadata", stored);
-        const QString text = expected ? "true" : "false";
+        if (stored.isValid()) {
+            for (const char* name :
+                 {"usercenter/12345/desksync/switch", "enableDesktopSyncEx", "enableV5Metadata"})
+                QComm::writeNimboRegValue(name, stored);
+        }
+        QCOMPARE(QComm::desktopSyncSwitchOn(), userSwitch);
+        const QString text = serverSwitches ? "true" : "false";
         QCOMPARE(m_probe.run({"isDesktopSyncEnable", "isV5MetadataEnable"}),
                  QStringList({text, text}));
-    }
-
-    void nothingStored()
-    {
-        QCOMPARE(m_probe.run({"isDesktopSyncEnable", "isV5MetadataEnable"}),
-                 QStringList({"true", "true"}));
-        QVERIFY(!QComm::desktopSyncSwitchOn());
         QVERIFY(!QComm::zentoboxDesktopSyncEnable());
     }
 
@@ -89,16 +88,14 @@ private slots:
         // The value name nests below the cloud store's key path.
         QSettings raw(KHKSoftwareSettings::storeFileName(KHKSoftwareSettings::CurrentUser),
                       QSettings::IniFormat);
-        QCOMPARE(raw.value("Corvane/ZentoCloud/usercenter/12345/desksync/switch").toString(),
-                 QString("1"));
+        QCOMPARE(raw.value("Corvane/ZentoCloud/usercenter/12345/desksync/switch"), QVariant("1"));
     }
 
     void serverSwitchesAreKeptForTheProcess()
     {
         QComm::writeNimboRegValue("enableDesktopSyncEx", "false");
         QComm::writeNimboRegValue("enableV5Metadata", "0");
-        QVERIFY(!QComm::isDesktopSyncEnable());
-        QVERIFY(!QComm::isV5MetadataEnable());
+        QVERIFY(!QComm::isDesktopSyncEnable() && !QComm::isV5MetadataEnable());
         QComm::writeNimboRegValue("enableDesktopSyncEx", "true");
         QComm::writeNimboRegValue("enableV5Metadata", "1");
         QVERIFY(!QComm::isDesktopSyncEnable());
