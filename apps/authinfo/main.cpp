@@ -3,6 +3,7 @@
 
 #include "kaccountreport.h"
 #include "kauthpluginloader.h"
+#include "kdiagnosticsreport.h"
 #include "kinforeport.h"
 
 #include <vexlite/hostcontrol.h>
@@ -10,6 +11,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QLoggingCategory>
 #include <QTextStream>
 
 namespace {
@@ -46,13 +48,25 @@ int main(int argc, char* argv[])
         QStringLiteral("dir"));
     const QCommandLineOption accountOption(
         QStringLiteral("account"),
-        QStringLiteral("Print the account report only (with keys: after their lines)."));
+        QStringLiteral("Print the account report: the cloud library and the signed-in user."));
+    const QCommandLineOption diagnosticsOption(
+        QStringLiteral("diagnostics"),
+        QStringLiteral("Print the cloud client's diagnostics: identity, user agents, data "
+                       "directories."));
     parser.addOption(pluginOption);
     parser.addOption(profileOption);
+    const QCommandLineOption verboseOption(
+        {QStringLiteral("v"), QStringLiteral("verbose")},
+        QStringLiteral("Also print the debug notices of the plug-in and its helpers."));
     parser.addOption(accountOption);
+    parser.addOption(diagnosticsOption);
+    parser.addOption(verboseOption);
     parser.addPositionalArgument(QStringLiteral("key"), QStringLiteral("Information keys to ask."),
                                  QStringLiteral("[key...]"));
     parser.process(app);
+    // Debug notices would interleave with the report on the terminal.
+    if (!parser.isSet(verboseOption))
+        QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
 
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -74,13 +88,30 @@ int main(int argc, char* argv[])
     }
     krt::hostcontrol::setHandler(handler);
 
-    // No keys: the whole table and the account report; --account alone: the report.
+    // Nothing chosen: the whole table and every report. Chosen keys and
+    // reports: those alone, keys first.
     const QStringList keys = parser.positionalArguments();
     const bool account = parser.isSet(accountOption);
-    if (!account || !keys.isEmpty())
+    const bool diagnostics = parser.isSet(diagnosticsOption);
+    const bool everything = keys.isEmpty() && !account && !diagnostics;
+    bool first = true;
+    const auto section = [&]() {
+        if (!first)
+            out << '\n';
+        first = false;
+    };
+    if (everything || !keys.isEmpty()) {
+        section();
         KInfoReport::print(out, keys.isEmpty() ? KInfoReport::defaultKeys() : keys);
-    if (account || keys.isEmpty())
+    }
+    if (everything || account) {
+        section();
         KAccountReport::print(out);
+    }
+    if (everything || diagnostics) {
+        section();
+        KDiagnosticsReport::print(out);
+    }
 
     krt::hostcontrol::setHandler(nullptr);
     return 0;

@@ -1,5 +1,6 @@
 // The command-line host, run as a person would run it.
 
+#include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include <vexlite/hostcontrol.h>
@@ -89,8 +90,18 @@ class TestAuthInfo : public QObject
 private slots:
     void defaultProfileTable()
     {
-        // The profile shipped with the executables, found beside authinfo.
-        const Run run = authinfo({});
+        // The profile shipped with the executables, found beside authinfo: in a
+        // copy of the application directory, since the diagnostics that follow
+        // the table write the device identifier into the profile's stores.
+        const KTestAppDir app(m_env.rootPath());
+        QVERIFY(app.installExecutable("authinfo") && app.installExecutable("libauthplugin.so"));
+        QFile shipped(binDir() + "/profile/host.json");
+        QVERIFY(shipped.open(QIODevice::ReadOnly));
+        QVERIFY(app.writeFile("profile/host.json", shipped.readAll()));
+        QProcessEnvironment env;
+        env.insert(krt::hostcontrol::profileEnvironmentVariable(), QString());
+        const KTestAppDir::Result result = app.run("authinfo", {}, env);
+        const Run run{result.exitCode, result.out, result.err};
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(valueOf(run.out, "Product/VexName"), QString("Zento Office"));
 

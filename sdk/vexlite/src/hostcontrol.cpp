@@ -75,6 +75,37 @@ void setVersion(const QString& version)
     KHostProfile::instance().setInfoString(QStringLiteral("version"), version);
 }
 
+void setInstallUuid(const QString& uuid)
+{
+    KHostProfile::instance().setInfoString(QStringLiteral("installUuid"), uuid);
+}
+
+void setHardwareId(const QString& hdid)
+{
+    KHostProfile::instance().setInfoString(QStringLiteral("hdid"), hdid);
+}
+
+void setDistributionChannel(const QString& channel)
+{
+    KHostProfile::instance().setInfoString(QStringLiteral("mc"), channel);
+}
+
+void setUserAgent(const QString& userAgent)
+{
+    KHostProfile::instance().setInfoString(QStringLiteral("userAgent"), userAgent);
+}
+
+void setUwpCommonValue(const QString& key, const QVariant& value)
+{
+    const QString name = KHostProfile::uwpInfoKey(key);
+    if (name.isEmpty())
+        return;
+    if (value.isNull())
+        KHostProfile::instance().removeInfo(name);
+    else
+        KHostProfile::instance().setInfoString(name, value.toString());
+}
+
 QStringList executedCommands()
 {
     return KHostProfile::instance().executedCommands();

@@ -286,6 +286,28 @@ void KHostProfile::setInfoString(const QString& key, const QString& value)
     m_info.insert(key, value);
 }
 
+QVariant KHostProfile::infoValue(const QString& key)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    const auto found = m_info.constFind(key);
+    return found == m_info.constEnd() ? QVariant() : fromJson(found.value());
+}
+
+void KHostProfile::removeInfo(const QString& key)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    m_info.remove(key);
+}
+
+QString KHostProfile::uwpInfoKey(const QString& key)
+{
+    if (key.isEmpty())
+        return QString();
+    return QStringLiteral("uwp") + key.at(0).toUpper() + key.mid(1);
+}
+
 QString KHostProfile::language()
 {
     QMutexLocker lock(&m_mutex);

@@ -44,6 +44,12 @@ public:
     // Values of the profile's "info" section (version, identifiers).
     QString infoString(const QString& key);
     void setInfoString(const QString& key, const QString& value);
+    // Null when the section has no such key, where infoString() says "".
+    QVariant infoValue(const QString& key);
+    void removeInfo(const QString& key);
+    // The info key that holds a value of krt::KUWPCommonSettings: "infoGUID"
+    // is kept as "uwpInfoGUID". Empty for an empty key.
+    static QString uwpInfoKey(const QString& key);
 
     QString language();
     void setLanguage(const QString& language);

@@ -11,5 +11,10 @@ QString version()
     return version.isEmpty() ? QStringLiteral("0.0.0.0") : version;
 }
 
+QString installHdId()
+{
+    return KHostProfile::instance().infoString(QStringLiteral("hdid"));
+}
+
 } // namespace info
 } // namespace krt

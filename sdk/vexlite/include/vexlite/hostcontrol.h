@@ -16,7 +16,8 @@ class IKAuthorizationHandler;
 //   { "product": { "overseas": false, "strings": {..}, "features": {..} },
 //     "configs": { "builtin": {..}, "machine": {..}, "user": {..},
 //                  "server": {..}, "policy": {..} },
-//     "info":    { "version": "12.1.0.17890" },
+//     "info":    { "version": "12.1.0.17890", "installUuid": "..", "hdid": "..",
+//                  "mc": "..", "userAgent": "..", "uwpInfoGUID": ".." },
 //     "i18n":    { "language": "en_US" } }
 // The directory is named by the environment variable ZENTO_HOST_PROFILE,
 // else it is "profile" beside the application. It is read on first use.
@@ -54,6 +55,14 @@ VEXLITE_EXPORT void setConfigValue(ConfigLayer layer, const QString& key, const 
 VEXLITE_EXPORT void setLanguage(const QString& language);
 VEXLITE_EXPORT QString language();
 VEXLITE_EXPORT void setVersion(const QString& version);
+
+// The installation's identity and the host's user agent.
+VEXLITE_EXPORT void setInstallUuid(const QString& uuid);
+VEXLITE_EXPORT void setHardwareId(const QString& hdid);
+VEXLITE_EXPORT void setDistributionChannel(const QString& channel);
+VEXLITE_EXPORT void setUserAgent(const QString& userAgent);
+// A value of krt::KUWPCommonSettings; a null value removes it.
+VEXLITE_EXPORT void setUwpCommonValue(const QString& key, const QVariant& value);
 
 // Named commands the host went on to run after the handler let them pass.
 VEXLITE_EXPORT QStringList executedCommands();

@@ -1,0 +1,25 @@
+#ifndef QCOMMMANUALROAMING_H
+#define QCOMMMANUALROAMING_H
+
+#include <QLatin1String>
+#include <QString>
+#include <QStringList>
+
+// The files a user marked for roaming by hand, kept per directory in the
+// INI file MANUAL_ROAMING_CONFIG_FILE there. Each entry of its "file" group
+// maps the Base64 of a path's UTF-8 bytes (any path is then a valid key) to
+// the time of marking in seconds since the epoch. An empty dir means no
+// list: nothing is read or written.
+namespace QComm {
+
+constexpr QLatin1String MANUAL_ROAMING_CONFIG_FILE("manualroaming.ini");
+
+// The marked paths, each once; keys that decode to nothing are skipped.
+QStringList getManualRoamingFiles(const QString& dir);
+// Marks file now; marking it again renews the time.
+void addManualRoamingFiles(const QString& dir, const QString& file);
+void delManualRoamingFiles(const QString& dir, const QString& file);
+
+} // namespace QComm
+
+#endif // QCOMMMANUALROAMING_H

@@ -1,0 +1,29 @@
+#ifndef QCOMMPATHS_H
+#define QCOMMPATHS_H
+
+#include <QString>
+
+// The cloud client's user-data roots and the icon cache, in Qt types. Two
+// roots exist side by side since the client moved its per-user data: the
+// old one (…/office6/Deskhive) and the new one (…/Zento Cloud Files/userdata).
+namespace QComm {
+
+// True if the directory exists afterwards; missing parents are created.
+bool makeDeepPath(const QString& path);
+
+// Both roots, computed (and created) on first use and kept for the process.
+void getUserDataRootPath(QString& oldRoot, QString& newRoot);
+
+// Whether this installation uses the new layout: the user-info marker
+// "zentocloudfiles" is 1 and the suite is newer than 9.1.0.4817.
+bool isNewUserData();
+
+// Whether path lies below either root (anywhere in it, in any letter case).
+bool isInUserDataRootPath(const QString& path);
+
+// The icon cache of the layout in force, in native separators, created.
+QString getNimboIconCachePath();
+
+} // namespace QComm
+
+#endif // QCOMMPATHS_H

@@ -1,0 +1,22 @@
+#ifndef QCOMMSYNCSWITCHES_H
+#define QCOMMSYNCSWITCHES_H
+
+// Switches of the cloud client's desktop synchronisation. A stored text is
+// off when it is empty, "0" or "false" in any letter case, and on otherwise.
+namespace QComm {
+
+// Whether desktop sync is offered at all; read once per process, on when
+// nothing is stored.
+bool isDesktopSyncEnable();
+// Whether the newer metadata format is used; read once per process, on when
+// nothing is stored.
+bool isV5MetadataEnable();
+// Whether the signed-in user has switched desktop sync on; read every call,
+// off without a signed-in user.
+bool desktopSyncSwitchOn();
+// Not available on this platform.
+bool zentoboxDesktopSyncEnable();
+
+} // namespace QComm
+
+#endif // QCOMMSYNCSWITCHES_H
