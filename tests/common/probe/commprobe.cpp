@@ -1,0 +1,100 @@
+// A program of the suite in miniature, for what a test process cannot show
+// about itself: answers that depend on where the program lives and what it
+// is called, and process-wide copies taken on first use. It runs the
+// operations of its command line in order and prints one JSON line for each.
+
+#include "common/qcommfiletypes.h"
+#include "common/qcommstores.h"
+
+#include <vexlite/hostcontrol.h>
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+QJsonValue lists(const QStringList& zento, const QStringList& tabix, const QStringList& slidex,
+                 const QStringList& pdf)
+{
+    return QJsonObject{{"zento", QJsonArray::fromStringList(zento)},
+                       {"tabix", QJsonArray::fromStringList(tabix)},
+                       {"slidex", QJsonArray::fromStringList(slidex)},
+                       {"pdf", QJsonArray::fromStringList(pdf)}};
+}
+
+// Runs the operation at args[at], moving at past its operands; an undefined
+// value for an unknown operation or missing operands.
+QJsonValue runOperation(const QStringList& args, int& at)
+{
+    const QString op = args.at(at++);
+    const auto take = [&](int count) {
+        if (at + count > args.size())
+            return false;
+        at += count;
+        return true;
+    };
+    const auto operand = [&](int back) { return args.at(at - back); };
+
+    using namespace QComm;
+    if (op == "--name" && take(1)) {
+        QCoreApplication::setApplicationName(operand(1));
+        return QJsonValue::Null;
+    }
+    if (op == "--overseas" && take(1)) {
+        krt::hostcontrol::setOverseasVersion(operand(1) == "true");
+        return QJsonValue::Null;
+    }
+    if (op == "--write" && take(2)) {
+        writeNimboRegValue(operand(2), operand(1));
+        return QJsonValue::Null;
+    }
+    if (op == "--lists")
+        return lists(getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
+                     getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType());
+    if (op == "--support-list") {
+        QStringList zento, slidex, tabix, pdf;
+        getZentoSupportList(zento, slidex, tabix, pdf);
+        return lists(zento, tabix, slidex, pdf);
+    }
+    if (op == "--apptype" && take(1))
+        return getAppTypeBySuffix(operand(1));
+    if (op == "--vex" && take(1))
+        return checkIsVexSupport(operand(1));
+    if (op == "--check" && take(2))
+        return checkIsZentoSupport(operand(2), operand(1));
+    return QJsonValue::Undefined;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // "--no-app" first: run without an application object, as code called
+    // before the host has one does.
+    const bool withApp = argc < 2 || std::strcmp(argv[1], "--no-app") != 0;
+    std::unique_ptr<QCoreApplication> app;
+    if (withApp)
+        app = std::make_unique<QCoreApplication>(argc, argv);
+
+    QStringList args;
+    for (int i = withApp ? 1 : 2; i < argc; ++i)
+        args.append(QString::fromLocal8Bit(argv[i]));
+
+    for (int at = 0; at < args.size();) {
+        const QString op = args.at(at);
+        const QJsonValue result = runOperation(args, at);
+        if (result.isUndefined()) {
+            std::fprintf(stderr, "commprobe: bad operation %s\n", qPrintable(op));
+            return 2;
+        }
+        const QByteArray line = QJsonDocument(QJsonArray{result}).toJson(QJsonDocument::Compact);
+        std::printf("%s\n", line.constData());
+    }
+    return 0;
+}
