@@ -4,6 +4,7 @@
 // operations of its command line in order and prints one JSON line for each.
 
 #include "common/qcommfiletypes.h"
+#include "common/qcommopenfile.h"
 #include "common/qcommstores.h"
 
 #include <vexlite/hostcontrol.h>
@@ -68,6 +69,11 @@ QJsonValue runOperation(const QStringList& args, int& at)
         return checkIsVexSupport(operand(1));
     if (op == "--check" && take(2))
         return checkIsZentoSupport(operand(2), operand(1));
+    if (op == "--open-vex" && take(2))
+        return QJsonArray{openFileByVexCommand(operand(2), operand(1)),
+                          openFileByVex(operand(2), operand(1))};
+    if (op == "--open-exe" && take(1))
+        return QJsonArray{openFileByLaunchExeCommand(operand(1)), openFileByLaunchExe(operand(1))};
     return QJsonValue::Undefined;
 }
 
