@@ -3,30 +3,16 @@
 // a block it covered. The test thread blocks until the detector has seen what
 // a row expects, so nothing here depends on how fast the machine is.
 
+#include "kblockingwait.h"
+
 #include <vex/klongtimeblockdetector.h>
 
 #include <QDeadlineTimer>
 #include <QThread>
 #include <QtTest>
 
-#include <functional>
-
 namespace {
-
 constexpr int kThreshold = 100;
-
-// Keeps the thread busy, its event loop unserved, until done() holds.
-bool blockUntil(const std::function<bool()>& done)
-{
-    const QDeadlineTimer deadline(20000);
-    while (!done()) {
-        if (deadline.hasExpired())
-            return false;
-        QThread::msleep(5);
-    }
-    return true;
-}
-
 } // namespace
 
 class TestKLongTimeBlockDetector : public QObject

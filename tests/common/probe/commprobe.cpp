@@ -3,8 +3,10 @@
 // is called, and process-wide copies taken on first use. It runs the
 // operations of its command line in order and prints one JSON line for each.
 
+#include "common/kingorelongtimedetecthelper.h"
 #include "common/qcommfiletypes.h"
 #include "common/qcommopenfile.h"
+#include "common/qcommprocess.h"
 #include "common/qcommstores.h"
 
 #include <vexlite/hostcontrol.h>
@@ -13,6 +15,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QThreadPool>
 
 #include <cstdio>
 #include <cstring>
@@ -74,6 +77,15 @@ QJsonValue runOperation(const QStringList& args, int& at)
                           openFileByVex(operand(2), operand(1))};
     if (op == "--open-exe" && take(1))
         return QJsonArray{openFileByLaunchExeCommand(operand(1)), openFileByLaunchExe(operand(1))};
+    if (op == "--launch" && take(1)) {
+        launchZentocloudsvr(operand(1));
+        QThreadPool::globalInstance()->waitForDone();
+        return QJsonValue::Null;
+    }
+    if (op == "--guard") {
+        KIngoreLongTimeDetectHelper guard(true);
+        return QJsonValue::Null;
+    }
     return QJsonValue::Undefined;
 }
 
