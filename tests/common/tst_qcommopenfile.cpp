@@ -62,62 +62,35 @@ private slots:
     {
         QTest::addColumn<QString>("fileId");
         QTest::addColumn<QString>("fileName");
-        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("base64");
 
-        QTest::newRow("docx") << "f1"
-                              << "report.docx"
-                              << "vexnimbo://type=open&fileid=f1&displayname=cmVwb3J0LmRvY3g=";
-        QTest::newRow("pdf, upper case")
-            << "F-2"
-            << "SCAN.PDF"
-            << "vexnimbo://type=open&fileid=F-2&displayname=U0NBTi5QREY=";
-        QTest::newRow("unknown extension")
-            << "7"
-            << "notes.xyz"
-            << "vexnimbo://type=open&fileid=7&displayname=bm90ZXMueHl6";
-        QTest::newRow("no extension") << "8"
-                                      << "README"
-                                      << "vexnimbo://type=open&fileid=8&displayname=UkVBRE1F";
-        QTest::newRow("non-ASCII name only in Base64")
-            << "9" << QString::fromUtf8(u8"\u62a5\u544a 2024.docx")
-            << "vexnimbo://type=open&fileid=9&displayname=5oql5ZGKIDIwMjQuZG9jeA==";
-        QTest::newRow("%n in the values, one pass")
-            << "%3%4"
-            << "%1.docx"
-            << "vexnimbo://type=open&fileid=%3%4&displayname=JTEuZG9jeA==";
-        QTest::newRow("quotes in the id as given")
-            << "1\";x;\""
-            << "a\"b.docx"
-            << "vexnimbo://type=open&fileid=1\";x;\"&displayname=YSJiLmRvY3g=";
-        QTest::newRow("empty") << ""
-                               << ""
-                               << "vexnimbo://type=open&fileid=&displayname=";
+        const struct
+        {
+            const char *tag, *fileId, *fileName, *base64;
+        } rows[] = {
+            {"docx", "f1", "report.docx", "cmVwb3J0LmRvY3g="},
+            {"pdf, upper case", "F-2", "SCAN.PDF", "U0NBTi5QREY="},
+            {"unknown extension", "7", "notes.xyz", "bm90ZXMueHl6"},
+            {"no extension", "8", "README", "UkVBRE1F"},
+            {"non-ASCII name only in Base64", "9", u8"\u62a5\u544a 2024.docx",
+             "5oql5ZGKIDIwMjQuZG9jeA=="},
+            {"%n in the values, one pass", "%3%4", "%1.docx", "JTEuZG9jeA=="},
+            {"quotes in the id as given", "1\";x;\"", "a\"b.docx", "YSJiLmRvY3g="},
+            {"empty", "", "", ""},
+        };
+        for (const auto& r : rows)
+            QTest::newRow(r.tag) << QString(r.fileId) << QString(r.fileName) << QString(r.base64);
     }
 
     void vexCommand()
     {
         QFETCH(QString, fileId);
         QFETCH(QString, fileName);
-        QFETCH(QString, url);
+        QFETCH(QString, base64);
         // This suite's folder has no bundle around it: it is the bundle.
+        const QString url = "vexnimbo://type=open&fileid=" + fileId + "&displayname=" + base64;
         QCOMPARE(QComm::openFileByVexCommand(fileId, fileName),
                  openText(QCoreApplication::applicationDirPath(), url));
-    }
-
-    void launchExeCommand_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::newRow("plain") << "/tmp/a.docx";
-        QTest::newRow("spaces and quotes, unescaped") << "/tmp/my \"best\" file.xlsx";
-        QTest::newRow("%n, one pass") << "/tmp/%1%2";
-        QTest::newRow("empty") << "";
-    }
-
-    void launchExeCommand()
-    {
-        QFETCH(QString, path);
-        QCOMPARE(QComm::openFileByLaunchExeCommand(path),
-                 openText(QCoreApplication::applicationDirPath(), path));
     }
 
     void openCommandText_data()
@@ -142,62 +115,69 @@ private slots:
         QCOMPARE(text, expected);
     }
 
-    void openCommandProgram()
-    {
-        const KOpenCommand suite = KOpenCommand::forSuite("/opt/Zento Office", "a;b");
-        const KOpenCommand safari = KOpenCommand::forSafari("https://e.com");
-#ifdef Q_OS_MACOS
-        QCOMPARE(suite.program(), QString("open"));
-        QCOMPARE(suite.arguments(), (QStringList{"-a", "/opt/Zento Office", "a;b"}));
-        QCOMPARE(safari.program(), QString("open"));
-        QCOMPARE(safari.arguments(),
-                 (QStringList{"-a", "/Applications/Safari.app", "https://e.com"}));
-#else
-        QCOMPARE(suite.program(), QString("/opt/Zento Office/zentooffice"));
-        QCOMPARE(suite.arguments(), QStringList{"a;b"});
-        QCOMPARE(safari.program(), QString("/Applications/Safari.app/Contents/MacOS/Safari"));
-        QCOMPARE(safari.arguments(), QStringList{"https://e.com"});
-#endif
-    }
+    // --- real starts of a stub launcher ----------------------------------
 
-    // --- the bundle a program finds, seen by its launches ----------------
-
-    void bundleOfTheProgram_data()
+    // Where the launcher is looked for depends on where the program runs and
+    // what it is called; what reaches it must be the target, unchanged.
+    void launches_data()
     {
         QTest::addColumn<QString>("folder"); // where the probe runs from
         QTest::addColumn<QString>("name");   // its application name
         QTest::addColumn<QString>("bundle");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("fileId");
+        QTest::addColumn<QString>("fileName");
 
-        QTest::newRow("suite in its bundle") << "Zento Office.app/Contents/MacOS"
-                                             << "zentooffice"
-                                             << "Zento Office.app";
-        QTest::newRow("helper inside the suite's bundle")
-            << "Zento Office.app/Contents/SharedSupport/Helper.app/Contents/MacOS"
-            << "nimbohelper"
-            << "Zento Office.app";
-        QTest::newRow("suite, installed flat") << "bin"
-                                               << "zentooffice"
-                                               << "bin";
-        QTest::newRow("helper, installed flat") << "bin"
-                                                << "nimbohelper"
-                                                << "bin";
-        QTest::newRow("name differs in case: a helper") << "Zento Office.app/Contents/MacOS"
-                                                        << "ZentoOffice"
-                                                        << "Zento Office.app/Contents/MacOS";
-        QTest::newRow("suite name inside SharedSupport")
-            << "Z.app/Contents/SharedSupport/H.app/Contents/MacOS"
-            << "zentooffice"
-            << "Z.app/Contents/SharedSupport/H.app";
-        QTest::newRow("first marker counts") << "A.app/Contents/MacOS/B.app/Contents/MacOS"
-                                             << "zentooffice"
-                                             << "A.app";
+        const struct
+        {
+            const char *tag, *folder, *name, *bundle;
+        } layouts[] = {
+            {"suite in its bundle", "Zento Office.app/Contents/MacOS", "zentooffice",
+             "Zento Office.app"},
+            {"helper inside the suite's bundle",
+             "Z.app/Contents/SharedSupport/H.app/Contents/MacOS", "nimbohelper", "Z.app"},
+            {"suite, installed flat", "bin", "zentooffice", "bin"},
+            {"helper, installed flat", "bin", "nimbohelper", "bin"},
+            {"name differs in case: a helper", "Z.app/Contents/MacOS", "ZentoOffice",
+             "Z.app/Contents/MacOS"},
+            {"suite name inside SharedSupport", "Z.app/Contents/SharedSupport/H.app/Contents/MacOS",
+             "zentooffice", "Z.app/Contents/SharedSupport/H.app"},
+            {"first marker counts", "A.app/Contents/MacOS/B.app/Contents/MacOS", "zentooffice",
+             "A.app"},
+        };
+        for (const auto& r : layouts)
+            QTest::newRow(r.tag) << QString(r.folder) << QString(r.name) << QString(r.bundle)
+                                 << "/tmp/doc.txt"
+                                 << "id"
+                                 << "a.docx";
+
+        const struct
+        {
+            const char *tag, *path, *fileId, *fileName;
+        } targets[] = {
+            {"quotes and semicolons", "/tmp/it's \"q\";touch pwned", "7\";touch pwned;\"",
+             "a\"b';touch pwned.docx"},
+            {"command substitution", "/tmp/$(touch pwned)", "`touch pwned`", "$(touch pwned).docx"},
+            {"non-ASCII", u8"/tmp/\u62a5\u544a/\u4f1a\u8bae.docx", u8"\u4e91-1",
+             u8"\u62a5\u544a.docx"},
+            {"newlines", "/tmp/a\ntouch pwned", "x\ntouch pwned", "two\nlines.docx"},
+            {"percent signs", "/tmp/%1%2", "%1", "%2.docx"},
+        };
+        for (const auto& r : targets)
+            QTest::newRow(r.tag) << "Zento Office.app/Contents/MacOS"
+                                 << "zentooffice"
+                                 << "Zento Office.app" << QString(r.path) << QString(r.fileId)
+                                 << QString(r.fileName);
     }
 
-    void bundleOfTheProgram()
+    void launches()
     {
         QFETCH(QString, folder);
         QFETCH(QString, name);
         QFETCH(QString, bundle);
+        QFETCH(QString, path);
+        QFETCH(QString, fileId);
+        QFETCH(QString, fileName);
 
         KTestAppDir appDir(m_env.rootPath());
         KCommProbe probe(appDir, folder);
@@ -205,62 +185,14 @@ private slots:
         QVERIFY(probe.isValid() && launcher.isValid());
 
         const QJsonArray out =
-            probe.run({"--name", name, "--open-exe", "/tmp/doc.txt", "--open-vex", "id", "a.docx"});
+            probe.run({"--name", name, "--open-exe", path, "--open-vex", fileId, fileName});
         QCOMPARE(out.size(), 3);
         const QString bundlePath = appDir.filePath(bundle);
-        QCOMPARE(out.at(1).toArray(), (QJsonArray{openText(bundlePath, "/tmp/doc.txt"), false}));
-        QCOMPARE(out.at(2).toArray(),
-                 (QJsonArray{openText(bundlePath, vexUrl("id", "a.docx")), false}));
+        const QString url = vexUrl(fileId, fileName);
+        QCOMPARE(out.at(1).toArray(), (QJsonArray{openText(bundlePath, path), false}));
+        QCOMPARE(out.at(2).toArray(), (QJsonArray{openText(bundlePath, url), false}));
         QVERIFY(launcher.waitForCalls(2));
-        QCOMPARE(sorted(launcher.calls()),
-                 sorted({QStringList{"/tmp/doc.txt"}, QStringList{vexUrl("id", "a.docx")}}));
-    }
-
-    // --- what reaches the launcher --------------------------------------
-
-    void targetsArriveUnchanged_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("fileId");
-        QTest::addColumn<QString>("fileName");
-
-        QTest::newRow("quotes and semicolons") << "/tmp/it's \"q\";touch pwned"
-                                               << "7\";touch pwned;\""
-                                               << "a\"b';touch pwned.docx";
-        QTest::newRow("command substitution") << "/tmp/$(touch pwned)"
-                                              << "`touch pwned`"
-                                              << "$(touch pwned).docx";
-        QTest::newRow("non-ASCII")
-            << QString::fromUtf8(u8"/tmp/\u62a5\u544a/\u4f1a\u8bae.docx")
-            << QString::fromUtf8(u8"\u4e91-1") << QString::fromUtf8(u8"\u62a5\u544a.docx");
-        QTest::newRow("newlines") << "/tmp/a\ntouch pwned"
-                                  << "x\ntouch pwned"
-                                  << "two\nlines.docx";
-        QTest::newRow("percent signs") << "/tmp/%1%2"
-                                       << "%1"
-                                       << "%2.docx";
-    }
-
-    void targetsArriveUnchanged()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, fileId);
-        QFETCH(QString, fileName);
-
-        KTestAppDir appDir(m_env.rootPath());
-        KCommProbe probe(appDir, "Zento Office.app/Contents/MacOS");
-        KStubProgram launcher(appDir.filePath("Zento Office.app/zentooffice"),
-                              appDir.filePath("calls"));
-        QVERIFY(probe.isValid() && launcher.isValid());
-
-        const QJsonArray out = probe.run(
-            {"--name", "zentooffice", "--open-exe", path, "--open-vex", fileId, fileName});
-        QCOMPARE(out.size(), 3);
-        QCOMPARE(out.at(1).toArray().at(1).toBool(), false);
-        QCOMPARE(out.at(2).toArray().at(1).toBool(), false);
-        QVERIFY(launcher.waitForCalls(2));
-        QCOMPARE(sorted(launcher.calls()),
-                 sorted({QStringList{path}, QStringList{vexUrl(fileId, fileName)}}));
+        QCOMPARE(sorted(launcher.calls()), sorted({QStringList{path}, QStringList{url}}));
         QVERIFY(!pwned(appDir));
     }
 

@@ -128,15 +128,6 @@ private slots:
         answer();
     }
 
-    void thresholdBelowOneIsOne()
-    {
-        KLongTimeBlockDetector detector;
-        detector.setThreshold(0);
-        QCOMPARE(detector.threshold(), 1);
-        detector.setThreshold(-5);
-        QCOMPARE(detector.threshold(), 1);
-    }
-
     void destroyedWhileAPingIsPending()
     {
         auto* detector = new KLongTimeBlockDetector;
