@@ -16,8 +16,6 @@
 #include <QFileInfo>
 #include <QtTest>
 
-#include <algorithm>
-
 namespace {
 
 QString vexUrl(const QString& fileId, const QString& fileName)
@@ -29,14 +27,6 @@ QString vexUrl(const QString& fileId, const QString& fileName)
 QString openText(const QString& bundle, const QString& target)
 {
     return "open -a \"" + bundle + "\" \"" + target + "\"";
-}
-
-QList<QStringList> sorted(QList<QStringList> calls)
-{
-    std::sort(calls.begin(), calls.end(), [](const QStringList& a, const QStringList& b) {
-        return a.join('\n') < b.join('\n');
-    });
-    return calls;
 }
 
 } // namespace
@@ -192,7 +182,7 @@ private slots:
         QCOMPARE(out.at(1).toArray(), (QJsonArray{openText(bundlePath, path), false}));
         QCOMPARE(out.at(2).toArray(), (QJsonArray{openText(bundlePath, url), false}));
         QVERIFY(launcher.waitForCalls(2));
-        QCOMPARE(sorted(launcher.calls()), sorted({QStringList{path}, QStringList{url}}));
+        QCOMPARE(launcher.calls(), KStubProgram::sorted({QStringList{path}, QStringList{url}}));
         QVERIFY(!pwned(appDir));
     }
 

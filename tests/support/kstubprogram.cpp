@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QThread>
 
+#include <algorithm>
+
 namespace {
 
 QByteArray shellQuoted(const QString& text)
@@ -30,7 +32,7 @@ KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
                               "t=\"$d/.run-$$\"\n"
                               ": > \"$t\"\n"
                               "for a in \"$@\"; do printf '%s\\0' \"$a\" >> \"$t\"; done\n"
-                              "mv \"$t\" \"$d/run-$(date +%s%N)-$$\"\n";
+                              "mv \"$t\" \"$d/run-$$\"\n";
     QFile file(path);
     m_valid = QDir().mkpath(recordDir) && QDir().mkpath(QFileInfo(path).absolutePath()) &&
               file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
@@ -55,7 +57,15 @@ QList<QStringList> KStubProgram::calls() const
             arguments.append(QFile::decodeName(part));
         result.append(arguments);
     }
-    return result;
+    return sorted(result);
+}
+
+QList<QStringList> KStubProgram::sorted(QList<QStringList> calls)
+{
+    std::sort(calls.begin(), calls.end(), [](const QStringList& a, const QStringList& b) {
+        return a.join(QChar(0)) < b.join(QChar(0));
+    });
+    return calls;
 }
 
 bool KStubProgram::waitForCalls(int count, int timeoutMs) const

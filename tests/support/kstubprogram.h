@@ -18,8 +18,10 @@ public:
     bool isValid() const { return m_valid; }
     QString path() const { return m_path; }
 
-    // The argument lists of the runs finished so far, oldest file first.
+    // The argument lists of the runs finished so far, in sorted() order:
+    // runs started close together may finish in any order.
     QList<QStringList> calls() const;
+    static QList<QStringList> sorted(QList<QStringList> calls);
     // Waits until at least count runs have finished; false on timeout.
     bool waitForCalls(int count, int timeoutMs = 10000) const;
 
