@@ -6,7 +6,6 @@
 
 #include <vexlite/hostcontrol.h>
 
-#include <QCoreApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -61,12 +60,3 @@ BENCHMARK_CAPTURE(appType, unknown, "xyz");
 BENCHMARK_CAPTURE(vexSupport, unknown, "xyz");
 BENCHMARK(pdfList);
 BENCHMARK(vexCommand);
-
-int main(int argc, char** argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
