@@ -6,7 +6,6 @@
 #include <vexlite/hostcontrol.h>
 #include <vexlite/krtauth.h>
 
-#include <QCoreApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -47,12 +46,3 @@ BENCHMARK_CAPTURE(lookup, cached_configuration, "Other/Configured");
 BENCHMARK_CAPTURE(lookup, jump_address, "Product/Url/EULA");
 BENCHMARK_CAPTURE(lookup, configured_first, "Product/HomePage");
 BENCHMARK_CAPTURE(lookup, product_name, "Product/VexName");
-
-int main(int argc, char** argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -3,6 +3,7 @@
 // name, read from the cloud store once per process.
 
 #include "kcommprobe.h"
+#include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include "common/qcommcloudnodes.h"
@@ -29,7 +30,8 @@ class TestQCommCloudNodes : public QObject
     Q_OBJECT
 
     KTestEnvironment m_env;
-    KCommProbe m_probe{m_env.rootPath()};
+    KTestAppDir m_appDir{m_env.rootPath()};
+    KCommProbe m_probe{m_appDir};
 
 private slots:
     void initTestCase() { QVERIFY(m_probe.isValid()); }
@@ -126,7 +128,7 @@ private slots:
         if (stored.isValid())
             QComm::writeNimboRegValue("NimboRoamingName", stored);
         krt::hostcontrol::setOverseasVersion(overseas);
-        QCOMPARE(m_probe.run({"cloudFileNodeName", "105"}), QStringList{expected});
+        QCOMPARE(m_probe.runText({"cloudFileNodeName", "105"}), QStringList{expected});
     }
 
     void roamingNameIsKeptForTheProcess()
@@ -135,7 +137,8 @@ private slots:
         QCOMPARE(QComm::cloudFileNodeName(QComm::NodeRoamingName), QString::fromUtf8("甲"));
         QComm::writeNimboRegValue("NimboRoamingName", base64Of(QString::fromUtf8("乙").toUtf8()));
         QCOMPARE(QComm::cloudFileNodeName(QComm::NodeRoamingName), QString::fromUtf8("甲"));
-        QCOMPARE(m_probe.run({"cloudFileNodeName", "105"}), QStringList{QString::fromUtf8("乙")});
+        QCOMPARE(m_probe.runText({"cloudFileNodeName", "105"}),
+                 QStringList{QString::fromUtf8("乙")});
     }
 };
 

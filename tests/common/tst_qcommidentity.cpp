@@ -4,6 +4,7 @@
 // agents (fresh processes through the probe where a cache would hide a case).
 
 #include "kcommprobe.h"
+#include "ktestappdir.h"
 #include "ktestenvironment.h"
 #include "kwarningcatcher.h"
 
@@ -51,7 +52,8 @@ class TestQCommIdentity : public QObject
     Q_OBJECT
 
     KTestEnvironment m_env;
-    KCommProbe m_probe{m_env.rootPath()};
+    KTestAppDir m_appDir{m_env.rootPath()};
+    KCommProbe m_probe{m_appDir};
 
     bool isDeviceId(const QString& text) { return kDeviceIdForm.match(text).hasMatch(); }
 
@@ -61,16 +63,16 @@ private slots:
     void init()
     {
         m_env.resetHost();
-        QFile::remove(m_probe.appDir().filePath("cfgs/setup.cfg"));
+        QFile::remove(m_appDir.filePath("cfgs/setup.cfg"));
     }
 
     void deviceIdIsMadeOnceAndKept()
     {
-        const QStringList first = m_probe.run({"deviceID", "deviceID"});
+        const QStringList first = m_probe.runText({"deviceID", "deviceID"});
         QVERIFY2(isDeviceId(first.value(0)), qPrintable(first.value(0)));
         QCOMPARE(first.value(1), first[0]);
         QCOMPARE(stored().toString(), first[0]);
-        QCOMPARE(m_probe.run({"deviceID"}), QStringList{first[0]});
+        QCOMPARE(m_probe.runText({"deviceID"}), QStringList{first[0]});
 
         // This process reads it too, and keeps it even when the store changes.
         QCOMPARE(QComm::deviceID(), first[0]);
@@ -91,7 +93,7 @@ private slots:
     {
         QFETCH(QString, text);
         store("roamingdevice/deviceid", text);
-        const QString id = m_probe.run({"deviceID"}).value(0);
+        const QString id = m_probe.runText({"deviceID"}).value(0);
         QVERIFY2(text.isEmpty() ? isDeviceId(id) : id == text, qPrintable(id));
         QCOMPARE(stored().toString(), id);
     }
@@ -100,10 +102,10 @@ private slots:
     {
         // A directory where the store file should be: nothing reads or writes.
         QVERIFY(QDir().mkpath(KHKSoftwareSettings::storeFileName(kUser)));
-        const QStringList first = m_probe.run({"deviceID", "deviceID"});
+        const QStringList first = m_probe.runText({"deviceID", "deviceID"});
         QVERIFY2(isDeviceId(first.value(0)), qPrintable(first.value(0)));
         QCOMPARE(first.value(1), first[0]);
-        const QString second = m_probe.run({"deviceID"}).value(0);
+        const QString second = m_probe.runText({"deviceID"}).value(0);
         QVERIFY2(isDeviceId(second) && second != first[0], qPrintable(second));
     }
 
@@ -143,19 +145,19 @@ private slots:
         QFETCH(bool, setupRead);
         store("Corvane/Office/6.0/Common/Local/UILanguage", inStore);
         if (!setupFile.isNull())
-            QVERIFY(m_probe.appDir().writeFile("cfgs/setup.cfg", setupFile));
+            QVERIFY(m_appDir.writeFile("cfgs/setup.cfg", setupFile));
         QString err;
-        QCOMPARE(m_probe.run({"langID"}, &err), QStringList{QString::number(expected)});
+        QCOMPARE(m_probe.runText({"langID"}, &err), QStringList{QString::number(expected)});
         QCOMPARE(err.count(kCfgsNotice), setupRead ? 1 : 0);
     }
 
     void setupFileValues()
     {
-        QVERIFY(m_probe.appDir().writeFile("cfgs/setup.cfg", "[Local]\nName=漫游 箱\n"));
+        QVERIFY(m_appDir.writeFile("cfgs/setup.cfg", "[Local]\nName=漫游 箱\n"));
         QString err;
-        QCOMPARE(m_probe.run({"getNimboCfgsValue", "Local/Name", "d", "getNimboCfgsValue",
-                              "Local/Missing", "d"},
-                             &err),
+        QCOMPARE(m_probe.runText({"getNimboCfgsValue", "Local/Name", "d", "getNimboCfgsValue",
+                                  "Local/Missing", "d"},
+                                 &err),
                  QStringList({QString::fromUtf8("漫游 箱"), "d"}));
         QCOMPARE(err.count(kCfgsNotice), 2);
     }
@@ -316,7 +318,7 @@ private slots:
         QFETCH(QString, hostVersion);
         QFETCH(QString, expected);
         krt::hostcontrol::setVersion(hostVersion);
-        QCOMPARE(m_probe.run(QStringList("getWebKitUserAgent") + arguments),
+        QCOMPARE(m_probe.runText(QStringList("getWebKitUserAgent") + arguments),
                  QStringList{expected.replace("%OS", QComm::getOperationVersion())});
     }
 
@@ -327,7 +329,7 @@ private slots:
         QCOMPARE(QComm::getUserAgent("ignored"), QString("Agent/1"));
         krt::hostcontrol::setUserAgent("Agent/2");
         QCOMPARE(QComm::getUserAgent(), QString("Agent/1"));
-        QCOMPARE(m_probe.run({"getUserAgent"}), QStringList{"Agent/2"});
+        QCOMPARE(m_probe.runText({"getUserAgent"}), QStringList{"Agent/2"});
     }
 };
 

@@ -3,6 +3,7 @@
 // marking, removal, and what the reader makes of keys it did not write.
 
 #include "kcommprobe.h"
+#include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include "common/qcommmanualroaming.h"
@@ -20,7 +21,8 @@ class TestQCommManualRoaming : public QObject
     Q_OBJECT
 
     KTestEnvironment m_env;
-    KCommProbe m_probe{m_env.rootPath()};
+    KTestAppDir m_appDir{m_env.rootPath()};
+    KCommProbe m_probe{m_appDir};
     QString m_dir;
 
     std::unique_ptr<QSettings> listFile() const
@@ -84,7 +86,7 @@ private slots:
         // Another process reads the same list (as a JSON array).
         const QString quoted =
             QString::fromUtf8(QJsonDocument(QJsonArray{path}).toJson(QJsonDocument::Compact));
-        QCOMPARE(m_probe.run({"getManualRoamingFiles", m_dir}), QStringList{quoted});
+        QCOMPARE(m_probe.runText({"getManualRoamingFiles", m_dir}), QStringList{quoted});
 
         QComm::delManualRoamingFiles(m_dir, path);
         QCOMPARE(QComm::getManualRoamingFiles(m_dir), QStringList());

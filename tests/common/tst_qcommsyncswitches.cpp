@@ -2,6 +2,7 @@
 // on every call, and the two server switches kept for the process.
 
 #include "kcommprobe.h"
+#include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include "common/qcommstores.h"
@@ -17,7 +18,8 @@ class TestQCommSyncSwitches : public QObject
     Q_OBJECT
 
     KTestEnvironment m_env;
-    KCommProbe m_probe{m_env.rootPath()};
+    KTestAppDir m_appDir{m_env.rootPath()};
+    KCommProbe m_probe{m_appDir};
 
 private slots:
     void initTestCase() { QVERIFY(m_probe.isValid()); }
@@ -64,7 +66,7 @@ private slots:
         }
         QCOMPARE(QComm::desktopSyncSwitchOn(), userSwitch);
         const QString text = serverSwitches ? "true" : "false";
-        QCOMPARE(m_probe.run({"isDesktopSyncEnable", "isV5MetadataEnable"}),
+        QCOMPARE(m_probe.runText({"isDesktopSyncEnable", "isV5MetadataEnable"}),
                  QStringList({text, text}));
         QVERIFY(!QComm::zentoboxDesktopSyncEnable());
     }
@@ -96,7 +98,7 @@ private slots:
         QComm::writeNimboRegValue("enableV5Metadata", "1");
         QVERIFY(!QComm::isDesktopSyncEnable());
         QVERIFY(!QComm::isV5MetadataEnable());
-        QCOMPARE(m_probe.run({"isDesktopSyncEnable", "isV5MetadataEnable"}),
+        QCOMPARE(m_probe.runText({"isDesktopSyncEnable", "isV5MetadataEnable"}),
                  QStringList({"true", "true"}));
     }
 };

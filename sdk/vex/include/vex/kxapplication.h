@@ -1,0 +1,35 @@
+#ifndef VEX_KXAPPLICATION_H
+#define VEX_KXAPPLICATION_H
+
+#include "vex_global.h"
+
+#include <QApplication>
+
+class KLongTimeBlockDetector;
+
+// The suite's application object. It watches its own event loop for long
+// blocks from construction on (KLongTimeBlockDetector, default threshold
+// kDefaultBlockThreshold ms).
+class VEX_EXPORT KxApplication : public QApplication
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kDefaultBlockThreshold = 5000;
+
+    KxApplication(int& argc, char** argv);
+    ~KxApplication() override;
+
+    KLongTimeBlockDetector* longTimeBlockDetector() const;
+
+public slots:
+    // Lengthy operations switch the block detection off around themselves
+    // (true) and on again (false). Callers reach it by this name through the
+    // meta-object system, so the spelling stays as it is.
+    void ingoreLongTimeBlockDetect(bool ignore);
+
+private:
+    KLongTimeBlockDetector* m_detector;
+};
+
+#endif // VEX_KXAPPLICATION_H

@@ -1,0 +1,22 @@
+#ifndef KINGORELONGTIMEDETECTHELPER_H
+#define KINGORELONGTIMEDETECTHELPER_H
+
+// Keeps the host from reporting a lengthy operation as a hung event loop:
+// constructed with true, it switches the application's long-blocking
+// detection off until it goes out of scope, also when the scope is left by
+// an exception. Constructed with false it does nothing. The application is
+// reached by the method name "ingoreLongTimeBlockDetect" (spelled so by the
+// host); an application without it is left alone.
+class KIngoreLongTimeDetectHelper
+{
+public:
+    explicit KIngoreLongTimeDetectHelper(bool enable);
+    ~KIngoreLongTimeDetectHelper();
+    KIngoreLongTimeDetectHelper(const KIngoreLongTimeDetectHelper&) = delete;
+    KIngoreLongTimeDetectHelper& operator=(const KIngoreLongTimeDetectHelper&) = delete;
+
+private:
+    bool m_switchedOff = false;
+};
+
+#endif // KINGORELONGTIMEDETECTHELPER_H

@@ -1,0 +1,15 @@
+#include "kblockingwait.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+bool blockUntil(const std::function<bool()>& done, int timeoutMs)
+{
+    const QDeadlineTimer deadline(timeoutMs);
+    while (!done()) {
+        if (deadline.hasExpired())
+            return false;
+        QThread::msleep(5);
+    }
+    return true;
+}

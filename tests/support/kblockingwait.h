@@ -1,0 +1,11 @@
+#ifndef KBLOCKINGWAIT_H
+#define KBLOCKINGWAIT_H
+
+#include <functional>
+
+// Keeps the calling thread busy, its event loop unserved, until done()
+// holds: how a test stands for a lengthy operation on the GUI thread.
+// False when done() still does not hold after timeoutMs.
+bool blockUntil(const std::function<bool()>& done, int timeoutMs = 20000);
+
+#endif // KBLOCKINGWAIT_H
