@@ -3,6 +3,7 @@
 #include <vexlite/hostcontrol.h>
 
 #include <QDir>
+#include <QFile>
 
 KTestEnvironment::KTestEnvironment()
     : m_root(QDir::tempPath() + QStringLiteral("/authtest-XXXXXX"))

@@ -1,6 +1,16 @@
 #include "kwarningcatcher.h"
 
+#include <QMutex>
+#include <QMutexLocker>
+
 namespace {
+
+// Warnings may come from any thread (watchdogs, the thread pool).
+QMutex& lock()
+{
+    static QMutex mutex;
+    return mutex;
+}
 
 QStringList& caught()
 {
@@ -10,8 +20,10 @@ QStringList& caught()
 
 void collect(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    if (type == QtWarningMsg)
-        caught().append(message);
+    if (type != QtWarningMsg)
+        return;
+    QMutexLocker locker(&lock());
+    caught().append(message);
 }
 
 } // namespace
@@ -19,21 +31,23 @@ void collect(QtMsgType type, const QMessageLogContext&, const QString& message)
 KWarningCatcher::KWarningCatcher()
     : m_previous(qInstallMessageHandler(collect))
 {
-    caught().clear();
+    clear();
 }
 
 KWarningCatcher::~KWarningCatcher()
 {
     qInstallMessageHandler(m_previous);
-    caught().clear();
+    clear();
 }
 
 QStringList KWarningCatcher::warnings() const
 {
+    QMutexLocker locker(&lock());
     return caught();
 }
 
 void KWarningCatcher::clear()
 {
+    QMutexLocker locker(&lock());
     caught().clear();
 }
