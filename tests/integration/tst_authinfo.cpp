@@ -1,24 +1,47 @@
-// The command-line host, run as a person would run it.
+// The built plug-in met as a host meets it: loaded through QLibrary in this
+// process, and by the command-line host authinfo, run as a person runs it.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include <vexlite/hostcontrol.h>
+#include <vexlite/ikauthorizationhandler.h>
+#include <vexlite/khksoftwaresettings.h>
+#include <vexlite/krtauth.h>
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QProcess>
+#include <QLibrary>
 #include <QtTest>
+
+using namespace krt::hostcontrol;
 
 namespace {
 
-struct Run
+const QByteArray kSignedIn = R"({"IsLogined": true, "Name": "Ada Lovelace", "Id": "u-7",
+    "UserAvatarImagePath": "/p/ada.png", "IsCompanyAccount": true})";
+
+// The cells after label on the first line of out that starts with it.
+QStringList cells(const QString& out, const QString& label)
 {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
+    for (const QString& line : out.split('\n')) {
+        QStringList columns = line.trimmed().split(QRegularExpression("\\s{2,}"));
+        if (columns.takeFirst() == label)
+            return columns;
+    }
+    return {"<no line for " + label + '>'};
+}
+
+// The parts of a report, in their order: "keys", "Account", "Diagnostics".
+QString sections(const QString& out)
+{
+    QStringList found;
+    for (const QString& line : out.split('\n')) {
+        const bool key = line.contains('/') && !line.startsWith(' ');
+        const QString part = line == "Account" || line == "Diagnostics" ? line : key ? "keys" : "";
+        if (!part.isEmpty() && !found.contains(part))
+            found << part;
+    }
+    return found.join(' ');
+}
 
 } // namespace
 
@@ -27,96 +50,98 @@ class TestAuthInfo : public QObject
     Q_OBJECT
 
     KTestEnvironment m_env;
+    KTestAppDir m_app{m_env.rootPath()};
+    const QString m_bin = QCoreApplication::applicationDirPath();
+    const QString m_state = m_env.rootPath() + "/deskhive-state.json";
+    GetAuthorizationHandlerFunc m_entry = nullptr;
 
-    static QString binDir() { return QCoreApplication::applicationDirPath(); }
-
-    // The account comes from a state file of the suite's own, never the one
-    // beside the built simulator.
-    QString statePath() const { return m_env.rootPath() + "/deskhive-state.json"; }
-
-    Run authinfo(const QStringList& args, const QString& profileEnv = QString(),
-                 const QString& program = binDir() + "/authinfo")
+    KTestAppDir::Result authinfo(const QStringList& args, const QString& profile = QString(),
+                                 const QString& program = QString()) const
     {
-        QProcess process;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(krt::hostcontrol::profileEnvironmentVariable(), profileEnv);
-        env.insert("DESKHIVE_STATE", statePath());
-        process.setProcessEnvironment(env);
-        process.start(program, args);
-        Run run;
-        if (!process.waitForFinished(30000))
-            return run;
-        run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        run.out = QString::fromUtf8(process.readAllStandardOutput());
-        run.err = QString::fromUtf8(process.readAllStandardError());
-        return run;
+        QProcessEnvironment env;
+        if (!profile.isNull())
+            env.insert(profileEnvironmentVariable(), profile);
+        return m_app.run(program.isEmpty() ? m_bin + "/authinfo" : program, args, env);
     }
 
-    // The value column of the line that starts with key.
-    static QString valueOf(const QString& out, const QString& key, QString* type = nullptr)
+    bool writeState(const QByteArray& content) const
     {
-        for (const QString& line : out.split('\n')) {
-            const QStringList columns = line.split(QRegularExpression("\\s{2,}"));
-            if (columns.size() >= 2 && columns[0] == key) {
-                if (type)
-                    *type = columns[1];
-                return columns.mid(2).join("  ");
-            }
-        }
-        return QStringLiteral("<no line for %1>").arg(key);
-    }
-
-    // The value of a line of the account report.
-    static QString accountValue(const QString& out, const QString& label)
-    {
-        const int start = out.indexOf(QStringLiteral("\nAccount\n"));
-        if (start < 0 && !out.startsWith(QStringLiteral("Account\n")))
-            return QStringLiteral("<no account report>");
-        for (const QString& line : out.mid(start + 1).split('\n')) {
-            const QStringList columns = line.trimmed().split(QRegularExpression("\\s{2,}"));
-            if (columns[0] == label)
-                return columns.mid(1).join("  ");
-        }
-        return QStringLiteral("<no line for %1>").arg(label);
-    }
-
-    bool writeState(const QByteArray& content)
-    {
-        QFile file(statePath());
-        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-               file.write(content) == content.size();
+        QFile file(m_state);
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
     }
 
 private slots:
-    void defaultProfileTable()
+    void initTestCase()
     {
-        // The profile shipped with the executables, found beside authinfo: in a
-        // copy of the application directory, since the diagnostics that follow
-        // the table write the device identifier into the profile's stores.
-        const KTestAppDir app(m_env.rootPath());
-        QVERIFY(app.installExecutable("authinfo") && app.installExecutable("libauthplugin.so"));
-        QFile shipped(binDir() + "/profile/host.json");
-        QVERIFY(shipped.open(QIODevice::ReadOnly));
-        QVERIFY(app.writeFile("profile/host.json", shipped.readAll()));
-        QProcessEnvironment env;
-        env.insert(krt::hostcontrol::profileEnvironmentVariable(), QString());
-        const KTestAppDir::Result result = app.run("authinfo", {}, env);
-        const Run run{result.exitCode, result.out, result.err};
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(valueOf(run.out, "Product/VexName"), QString("Zento Office"));
+        // The account comes from a state file of the suite's own.
+        qputenv("DESKHIVE_STATE", m_state.toUtf8());
+        QLibrary plugin(m_bin + "/libauthplugin.so");
+        QVERIFY2(plugin.load(), qPrintable(plugin.errorString()));
+        m_entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
+            plugin.resolve("GetAuthorizationHandler"));
+        QVERIFY2(m_entry, "the plain, unmangled entry point must resolve");
+    }
 
-        QString type;
-        const QString eula = valueOf(run.out, "Product/Url/EULA", &type);
-        QCOMPARE(type, QString("QString"));
+    void init() { m_env.resetHost(); }
+
+    void handlerThroughTheHost()
+    {
+        IKAuthorizationHandler* handler = m_entry();
+        QVERIFY(handler);
+        QCOMPARE(m_entry(), handler);
+        setProductString("JumpUrl", "https://jump.example/");
+        setHandler(handler);
+        handler->insertStaticInfo("Product/Seeded", "kept");
+        QCOMPARE(krt::auth::getStringInfo("Product/Seeded"), QString("kept"));
+        QCOMPARE(krt::auth::getStringInfo("Product/VexName"), QString("Zento Office"));
+        QCOMPARE(krt::auth::getStringInfo("Product/Url/EULA"),
+                 QString("https://jump.example/eula"));
+        QCOMPARE(krt::auth::getInfo("Product/Url/LauncherPage"),
+                 QVariant(QUrl("https://jump.example/launcher_page")));
+        QCOMPARE(krt::auth::getBoolInfo("Patent/Anything", true), false);
+        QVERIFY(krt::auth::prehook("OpenEnterpriseCenter", false, nullptr));
+        QCOMPARE(executedCommands(), QStringList("OpenEnterpriseCenter"));
+        setHandler(nullptr);
+    }
+
+    void exportsOnlyTheEntryPoint()
+    {
+        QProcess nm;
+        nm.start("nm", {"-D", "--defined-only", m_bin + "/libauthplugin.so"});
+        QVERIFY(nm.waitForFinished(30000) && nm.exitCode() == 0);
+        QStringList names;
+        for (const QString& line : QString::fromLocal8Bit(nm.readAllStandardOutput()).split('\n'))
+            names << line.section(' ', 2);
+        QCOMPARE(names.join(' ').simplified(), QString("GetAuthorizationHandler"));
+    }
+
+    // A copy of authinfo and the plug-in with the shipped profile beside
+    // them (the diagnostics write into the profile's stores) and no cloud
+    // library: every key, the account and the diagnostics.
+    void everythingWithTheShippedProfile()
+    {
+        QFile shipped(m_bin + "/profile/host.json");
+        QVERIFY(m_app.installExecutable("authinfo") && m_app.installExecutable("libauthplugin.so"));
+        QVERIFY(shipped.open(QIODevice::ReadOnly) &&
+                m_app.writeFile("profile/host.json", shipped.readAll()));
+        QVERIFY(writeState(kSignedIn));
+        const KTestAppDir::Result run = authinfo({}, "", m_app.filePath("authinfo"));
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(sections(run.out), QString("keys Account Diagnostics"));
+        QCOMPARE(cells(run.out, "Product/VexName"), QStringList({"QString", "Zento Office"}));
+        const QString eula = cells(run.out, "Product/Url/EULA").value(1);
         QVERIFY2(eula.startsWith("https://") && eula.endsWith("/eula"), qPrintable(eula));
-        QCOMPARE(valueOf(run.out, "Product/Url/LauncherPage", &type),
-                 eula.left(eula.size() - 4) + "launcher_page");
-        QCOMPARE(type, QString("QUrl"));
+        QCOMPARE(cells(run.out, "Product/Url/LauncherPage"),
+                 QStringList({"QUrl", eula.chopped(4) + "launcher_page"}));
         for (const char* key : {"Product/VexThanksTo", "Product/Url/EmbeddedEULA",
                                 "Product/Url/OnlineLanguagePacksConfig", "Product/HomePage",
                                 "Product/UserFeedbackPage", "Product/HelpPage",
                                 "Product/TechSupportUrl", "Server/ReinstallServer"})
-            QVERIFY2(!valueOf(run.out, key).startsWith("<no line"), key);
+            QCOMPARE(cells(run.out, key).value(0), QString("QString"));
+        QCOMPARE(cells(run.out, "Cloud library"),
+                 QStringList("not found: no " + m_app.filePath("addons/deskhive")));
+        QCOMPARE(cells(run.out, "Signed in"), QStringList("no"));
+        QCOMPARE(cells(run.out, "Name"), QStringList());
     }
 
     void chosenProfileAndKeys_data()
@@ -130,139 +155,129 @@ private slots:
     {
         QFETCH(bool, byOption);
 
-        krt::hostcontrol::resetProfile();
-        krt::hostcontrol::setProductString("JumpUrl", "https://elsewhere.example");
-        krt::hostcontrol::setLanguage("zh_CN");
+        setProductString("JumpUrl", "https://elsewhere.example");
+        setLanguage("zh_CN");
         const QString dir = m_env.rootPath() + "/chosen";
-        QVERIFY(krt::hostcontrol::saveProfile(dir));
-
+        QVERIFY(saveProfile(dir));
         const QStringList keys{"Server/ReinstallServer", "Product/VexName", "Support/Anything",
                                "Nope/Nothing"};
-        const Run run =
+        const KTestAppDir::Result run =
             byOption ? authinfo(QStringList{"--profile", dir} + keys) : authinfo(keys, dir);
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.out.count('\n'), keys.size());
-        QCOMPARE(valueOf(run.out, "Server/ReinstallServer"),
-                 QString("https://elsewhere.example/latest_package"));
-        QCOMPARE(valueOf(run.out, "Product/VexName"), QString::fromUtf8("Zento 办公"));
-        QString type;
-        QCOMPARE(valueOf(run.out, "Support/Anything", &type), QString("false"));
-        QCOMPARE(type, QString("bool"));
-        QCOMPARE(valueOf(run.out, "Nope/Nothing", &type), QString(""));
-        QCOMPARE(type, QString("null"));
+        QCOMPARE(cells(run.out, "Server/ReinstallServer"),
+                 QStringList({"QString", "https://elsewhere.example/latest_package"}));
+        QCOMPARE(cells(run.out, "Product/VexName"),
+                 QStringList({"QString", QString::fromUtf8("Zento 办公")}));
+        QCOMPARE(cells(run.out, "Support/Anything"), QStringList({"bool", "false"}));
+        QCOMPARE(cells(run.out, "Nope/Nothing"), QStringList("null"));
         QVERIFY(run.err.contains("The info Nope/Nothing was not found, the key must be handled!"));
     }
 
-    void accountReport_data()
+    void account_data()
     {
         QTest::addColumn<QByteArray>("state");
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("parts");
         QTest::addColumn<QStringList>("values"); // signed in, name, id, avatar, company
 
         QTest::newRow("signed in")
-            << QByteArray(R"({"IsLogined": true, "Name": "Ada Lovelace",
-            "Id": "u-7", "UserAvatarImagePath": "/p/ada.png", "IsCompanyAccount": true})")
+            << kSignedIn << QStringList{"--account"} << "Account"
             << QStringList{"yes", "Ada Lovelace", "u-7", "/p/ada.png", "yes"};
-        QTest::newRow("signed out") << QByteArray(R"({"IsLogined": false, "Name": "Ada"})")
-                                    << QStringList{"no", "", "", "", "no"};
+        QTest::newRow("signed out, with a key")
+            << QByteArray(R"({"IsLogined": false, "Name": "Ada"})")
+            << QStringList{"--account", "Product/VexName"} << "keys Account"
+            << QStringList{"no", "", "", "", "no"};
     }
 
-    void accountReport()
+    void account()
     {
         QFETCH(QByteArray, state);
+        QFETCH(QStringList, args);
+        QFETCH(QString, parts);
         QFETCH(QStringList, values);
 
         QVERIFY(writeState(state));
-        // With no keys the report follows the whole table.
-        const Run run = authinfo({});
+        const KTestAppDir::Result run = authinfo(args);
         QCOMPARE(run.exitCode, 0);
-        QVERIFY(run.out.indexOf("Server/ReinstallServer") < run.out.indexOf("\nAccount\n"));
-        QCOMPARE(accountValue(run.out, "Cloud library"),
-                 "loaded from " + binDir() + "/addons/deskhive/libdeskhive.so");
+        QCOMPARE(sections(run.out), parts);
+        QCOMPARE(cells(run.out, "Cloud library"),
+                 QStringList("loaded from " + m_bin + "/addons/deskhive/libdeskhive.so"));
         const QStringList labels{"Signed in", "Name", "Id", "Avatar", "Company account"};
         for (int i = 0; i < labels.size(); ++i)
-            QCOMPARE(accountValue(run.out, labels[i]), values[i]);
+            QCOMPARE(cells(run.out, labels[i]).join("  "), values[i]);
     }
 
-    void accountSelection_data()
+    void diagnostics()
     {
-        QTest::addColumn<QStringList>("args");
-        QTest::addColumn<bool>("table");
-        QTest::addColumn<bool>("account");
+        const QString root = m_env.homePath() + "/.local/share";
+        setVersion("12.1.0.17890");
+        setUserAgent("Agent/7 (test)");
+        QSettings store(KHKSoftwareSettings::storeFileName(KHKSoftwareSettings::CurrentUser),
+                        QSettings::IniFormat);
+        store.setValue("Corvane/Office/6.0/Common/Local/UILanguage", 1041);
+        store.setValue("Corvane/ZentoCloud/userinfo/zentocloudfiles", 1);
+        store.sync();
+        QVERIFY(saveProfile(m_env.profilePath()));
 
-        QTest::newRow("--account alone") << QStringList{"--account"} << false << true;
-        QTest::newRow("--account with a key")
-            << QStringList{"--account", "Product/VexName"} << true << true;
-        QTest::newRow("a key alone") << QStringList{"Product/VexName"} << true << false;
+        const KTestAppDir::Result run = authinfo({"--diagnostics", "Product/VexName"});
+        QCOMPARE(sections(run.out), QString("keys Diagnostics"));
+        QCOMPARE(cells(run.out, "Suite version"), QStringList("12.1.0.17890"));
+        QCOMPARE(cells(run.out, "Language identifier"), QStringList("1041"));
+        QCOMPARE(cells(run.out, "Host user agent"), QStringList("Agent/7 (test)"));
+        const QString webKit = cells(run.out, "Web engine user agent").value(0);
+        QVERIFY2(
+            QRegularExpression("^zento/12\\.1\\.0\\.17890 \\(.+;U;en_US\\) QtWebkit/\\d+\\.\\d+ "
+                               "Version/12\\.1\\.0\\.17890$")
+                .match(webKit)
+                .hasMatch(),
+            qPrintable(webKit));
+        QCOMPARE(cells(run.out, "New user data layout"), QStringList("yes"));
+        const QStringList id = cells(run.out, "Device identifier");
+        QVERIFY2(id.value(0).startsWith("UUID-") && id.value(0).size() == 41,
+                 qPrintable(id.join(" ")));
+        const QList<QPair<const char*, const char*>> directories{
+            {"App data root", ""},
+            {"Nimbo data", "/nimbo"},
+            {"Zento Cloud Files", "/Zento Cloud Files"},
+            {"User data", "/Zento Cloud Files/userdata"},
+            {"Deskhive", "/office6/Deskhive"},
+            {"Log", "/office6/Deskhive/log"},
+            {"Dump", "/office6/Deskhive/dump"},
+            {"Icon cache", "/Zento Cloud Files/resource/iconcache"}};
+        for (const auto& directory : directories) {
+            QCOMPARE(cells(run.out, directory.first), QStringList(root + directory.second));
+            QVERIFY2(QFileInfo(root + directory.second).isDir(), directory.first);
+        }
     }
 
-    void accountSelection()
+    void unusable_data()
     {
-        QFETCH(QStringList, args);
-        QFETCH(bool, table);
-        QFETCH(bool, account);
-
-        QVERIFY(writeState(R"({"IsLogined": true, "Name": "Ada"})"));
-        const Run run = authinfo(args);
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(run.out.contains("Product/VexName"), table);
-        QVERIFY(!run.out.contains("Server/ReinstallServer"));
-        QCOMPARE(accountValue(run.out, "Name") == "Ada", account);
-    }
-
-    void accountWithoutCloudLibrary()
-    {
-        // A copy of authinfo in a folder without addons/deskhive.
-        const QString app = m_env.rootPath() + "/bare-app";
-        QVERIFY(QDir().mkpath(app));
-        QVERIFY(QFile::copy(binDir() + "/authinfo", app + "/authinfo"));
-        QVERIFY(
-            QFile::setPermissions(app + "/authinfo", QFile::permissions(binDir() + "/authinfo")));
-        QVERIFY(writeState(R"({"IsLogined": true, "Name": "Ada"})"));
-
-        const Run run = authinfo({"--account", "--plugin", binDir() + "/libauthplugin.so"},
-                                 binDir() + "/profile", app + "/authinfo");
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(accountValue(run.out, "Cloud library"),
-                 "not found: no " + app + "/addons/deskhive");
-        QCOMPARE(accountValue(run.out, "Signed in"), QString("no"));
-        QCOMPARE(accountValue(run.out, "Name"), QString());
-    }
-
-    void unusablePlugin_data()
-    {
-        QTest::addColumn<QString>("plugin");
+        QTest::addColumn<QStringList>("args"); // "@": this suite's folder
         QTest::addColumn<QString>("reason");
 
-        QTest::newRow("missing file") << QString("/nonexistent/libauthplugin.so") << "No such file";
-        QTest::newRow("not a library") << QString("notalibrary.so") << "";
-        QTest::newRow("no entry point") << binDir() + "/libvexlite.so"
+        QTest::newRow("missing plug-in")
+            << QStringList{"--plugin", "/nonexistent/libauthplugin.so"} << "No such file";
+        QTest::newRow("not a library") << QStringList{"--plugin", "@/notalibrary.so"} << "";
+        QTest::newRow("no entry point") << QStringList{"--plugin", m_bin + "/libvexlite.so"}
                                         << "does not export GetAuthorizationHandler";
+        QTest::newRow("unreadable profile") << QStringList{"--profile", "@/no-such-profile"} << "";
     }
 
-    void unusablePlugin()
+    void unusable()
     {
-        QFETCH(QString, plugin);
+        QFETCH(QStringList, args);
         QFETCH(QString, reason);
 
-        if (!plugin.startsWith('/')) {
-            plugin = m_env.rootPath() + '/' + plugin;
-            QFile file(plugin);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("this is text, not a shared library\n");
-        }
-        const Run run = authinfo({"--plugin", plugin});
+        QFile text(m_env.rootPath() + "/notalibrary.so");
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("text, not a library\n") > 0);
+        text.close();
+        args.replaceInStrings("@", m_env.rootPath());
+        const KTestAppDir::Result run = authinfo(args);
         QCOMPARE(run.exitCode, 2);
         QVERIFY(run.out.isEmpty());
         QCOMPARE(run.err.count('\n'), 1);
-        QVERIFY2(run.err.contains(plugin), qPrintable(run.err));
-        QVERIFY2(run.err.contains(reason), qPrintable(run.err));
-    }
-
-    void unreadableProfile()
-    {
-        const Run run = authinfo({"--profile", m_env.rootPath() + "/no-such-profile"});
-        QCOMPARE(run.exitCode, 2);
-        QVERIFY2(run.err.contains("no-such-profile"), qPrintable(run.err));
+        QVERIFY2(run.err.contains(args.last()) && run.err.contains(reason), qPrintable(run.err));
     }
 };
 

@@ -3,13 +3,13 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
-bool blockUntil(const std::function<bool()>& done, int timeoutMs)
+bool blockUntil(const std::function<bool()>& done, int timeoutMs, int pollMs)
 {
     const QDeadlineTimer deadline(timeoutMs);
     while (!done()) {
         if (deadline.hasExpired())
             return false;
-        QThread::msleep(5);
+        QThread::msleep(pollMs);
     }
     return true;
 }

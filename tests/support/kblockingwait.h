@@ -5,7 +5,8 @@
 
 // Keeps the calling thread busy, its event loop unserved, until done()
 // holds: how a test stands for a lengthy operation on the GUI thread.
-// False when done() still does not hold after timeoutMs.
-bool blockUntil(const std::function<bool()>& done, int timeoutMs = 20000);
+// False when done() still does not hold after timeoutMs. Checks every
+// pollMs.
+bool blockUntil(const std::function<bool()>& done, int timeoutMs = 20000, int pollMs = 5);
 
 #endif // KBLOCKINGWAIT_H

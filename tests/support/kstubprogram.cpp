@@ -1,23 +1,12 @@
 #include "kstubprogram.h"
 
-#include <QDeadlineTimer>
+#include "kblockingwait.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QThread>
 
 #include <algorithm>
-
-namespace {
-
-QByteArray shellQuoted(const QString& text)
-{
-    QByteArray quoted = QFile::encodeName(text);
-    quoted.replace('\'', "'\\''");
-    return '\'' + quoted + '\'';
-}
-
-} // namespace
 
 KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
     : m_path(path)
@@ -25,12 +14,9 @@ KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
 {
     // Each argument ends with a NUL byte; the file appears under its final
     // name only when complete, so a reader never sees half a run.
-    const QByteArray script = "#!/bin/sh\n"
-                              "d=" +
-                              shellQuoted(recordDir) +
-                              "\n"
-                              "t=\"$d/.run-$$\"\n"
-                              ": > \"$t\"\n"
+    QByteArray dir = QFile::encodeName(recordDir).replace('\'', "'\\''");
+    const QByteArray script = "#!/bin/sh\nd='" + dir +
+                              "'\nt=\"$d/.run-$$\"\n: > \"$t\"\n"
                               "for a in \"$@\"; do printf '%s\\0' \"$a\" >> \"$t\"; done\n"
                               "mv \"$t\" \"$d/run-$$\"\n";
     QFile file(path);
@@ -46,7 +32,7 @@ QList<QStringList> KStubProgram::calls() const
 {
     QList<QStringList> result;
     const QDir dir(m_recordDir);
-    for (const QString& name : dir.entryList({QStringLiteral("run-*")}, QDir::Files, QDir::Name)) {
+    for (const QString& name : dir.entryList({QStringLiteral("run-*")}, QDir::Files)) {
         QFile file(dir.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
             continue;
@@ -70,11 +56,5 @@ QList<QStringList> KStubProgram::sorted(QList<QStringList> calls)
 
 bool KStubProgram::waitForCalls(int count, int timeoutMs) const
 {
-    const QDeadlineTimer deadline(timeoutMs);
-    while (calls().size() < count) {
-        if (deadline.hasExpired())
-            return false;
-        QThread::msleep(20);
-    }
-    return true;
+    return blockUntil([&] { return calls().size() >= count; }, timeoutMs, 20);
 }

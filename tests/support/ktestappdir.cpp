@@ -21,26 +21,20 @@ QString KTestAppDir::filePath(const QString& relative) const
 
 bool KTestAppDir::installExecutable(const QString& name) const
 {
-    const QString source = QDir(QCoreApplication::applicationDirPath()).filePath(name);
-    const QString target = filePath(name);
-    QFile::remove(target);
-    return QFile::copy(source, target) && QFile::setPermissions(target, QFile::permissions(source));
+    QFile build(QDir(QCoreApplication::applicationDirPath()).filePath(name));
+    return build.open(QIODevice::ReadOnly) && writeFile(name, build.readAll(), true);
 }
 
 bool KTestAppDir::writeFile(const QString& relative, const QByteArray& content,
                             bool executable) const
 {
-    const QString target = filePath(relative);
-    if (!QDir().mkpath(QFileInfo(target).absolutePath()))
-        return false;
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
+    QFile file(filePath(relative));
+    if (!QDir().mkpath(QFileInfo(file).absolutePath()) ||
+        !file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
         return false;
     file.close();
-    if (executable)
-        return file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup |
-                                   QFile::ExeOther);
-    return true;
+    return !executable || file.setPermissions(file.permissions() | QFile::ExeOwner |
+                                              QFile::ExeGroup | QFile::ExeOther);
 }
 
 KTestAppDir::Result KTestAppDir::run(const QString& name, const QStringList& args,

@@ -33,7 +33,8 @@ public:
     bool writeFile(const QString& relative, const QByteArray& content,
                    bool executable = false) const;
 
-    // Runs an executable of the directory with the test's environment plus env.
+    // Runs an executable of the directory (or any, given its absolute path)
+    // with the test's environment plus env.
     Result run(const QString& name, const QStringList& args = QStringList(),
                const QProcessEnvironment& env = QProcessEnvironment(), int timeoutMs = 30000) const;
 

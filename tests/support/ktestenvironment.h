@@ -15,8 +15,8 @@ public:
 
     bool isValid() const { return m_root.isValid(); }
     QString rootPath() const { return m_root.path(); }
-    QString homePath() const;
-    QString profilePath() const;
+    QString homePath() const { return m_root.filePath(QStringLiteral("home")); }
+    QString profilePath() const { return m_root.filePath(QStringLiteral("profile")); }
 
     // Empties the host's state and its settings stores again (profile
     // directory unchanged).

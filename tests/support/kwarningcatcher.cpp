@@ -1,29 +1,18 @@
 #include "kwarningcatcher.h"
 
 #include <QMutex>
-#include <QMutexLocker>
 
 namespace {
 
 // Warnings may come from any thread (watchdogs, the thread pool).
-QMutex& lock()
-{
-    static QMutex mutex;
-    return mutex;
-}
-
-QStringList& caught()
-{
-    static QStringList list;
-    return list;
-}
+QMutex g_lock;
+QStringList g_caught;
 
 void collect(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    if (type != QtWarningMsg)
-        return;
-    QMutexLocker locker(&lock());
-    caught().append(message);
+    const QMutexLocker locker(&g_lock);
+    if (type == QtWarningMsg)
+        g_caught.append(message);
 }
 
 } // namespace
@@ -42,12 +31,12 @@ KWarningCatcher::~KWarningCatcher()
 
 QStringList KWarningCatcher::warnings() const
 {
-    QMutexLocker locker(&lock());
-    return caught();
+    const QMutexLocker locker(&g_lock);
+    return g_caught;
 }
 
 void KWarningCatcher::clear()
 {
-    QMutexLocker locker(&lock());
-    caught().clear();
+    const QMutexLocker locker(&g_lock);
+    g_caught.clear();
 }
