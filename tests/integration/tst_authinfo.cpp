@@ -6,7 +6,6 @@
 
 #include <vexlite/hostcontrol.h>
 #include <vexlite/ikauthorizationhandler.h>
-#include <vexlite/khksoftwaresettings.h>
 #include <vexlite/krtauth.h>
 
 #include <QLibrary>
@@ -15,9 +14,6 @@
 using namespace krt::hostcontrol;
 
 namespace {
-
-const QByteArray kSignedIn = R"({"IsLogined": true, "Name": "Ada Lovelace", "Id": "u-7",
-    "UserAvatarImagePath": "/p/ada.png", "IsCompanyAccount": true})";
 
 // The cells after label on the first line of out that starts with it.
 QStringList cells(const QString& out, const QString& label)
@@ -53,7 +49,6 @@ class TestAuthInfo : public QObject
     KTestAppDir m_app{m_env.rootPath()};
     const QString m_bin = QCoreApplication::applicationDirPath();
     const QString m_state = m_env.rootPath() + "/deskhive-state.json";
-    GetAuthorizationHandlerFunc m_entry = nullptr;
 
     KTestAppDir::Result authinfo(const QStringList& args, const QString& profile = QString(),
                                  const QString& program = QString()) const
@@ -71,29 +66,23 @@ class TestAuthInfo : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
-        // The account comes from a state file of the suite's own.
-        qputenv("DESKHIVE_STATE", m_state.toUtf8());
-        QLibrary plugin(m_bin + "/libauthplugin.so");
-        QVERIFY2(plugin.load(), qPrintable(plugin.errorString()));
-        m_entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
-            plugin.resolve("GetAuthorizationHandler"));
-        QVERIFY2(m_entry, "the plain, unmangled entry point must resolve");
-    }
+    void initTestCase() { qputenv("DESKHIVE_STATE", m_state.toUtf8()); }
 
     void init() { m_env.resetHost(); }
 
     void handlerThroughTheHost()
     {
-        IKAuthorizationHandler* handler = m_entry();
-        QVERIFY(handler);
-        QCOMPARE(m_entry(), handler);
+        QLibrary plugin(m_bin + "/libauthplugin.so");
+        QVERIFY2(plugin.load(), qPrintable(plugin.errorString()));
+        const auto entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
+            plugin.resolve("GetAuthorizationHandler"));
+        QVERIFY2(entry, "the plain, unmangled entry point must resolve");
+        IKAuthorizationHandler* handler = entry();
+        QVERIFY(handler && entry() == handler);
         setProductString("JumpUrl", "https://jump.example/");
         setHandler(handler);
         handler->insertStaticInfo("Product/Seeded", "kept");
         QCOMPARE(krt::auth::getStringInfo("Product/Seeded"), QString("kept"));
-        QCOMPARE(krt::auth::getStringInfo("Product/VexName"), QString("Zento Office"));
         QCOMPARE(krt::auth::getStringInfo("Product/Url/EULA"),
                  QString("https://jump.example/eula"));
         QCOMPARE(krt::auth::getInfo("Product/Url/LauncherPage"),
@@ -122,26 +111,31 @@ private slots:
     {
         QFile shipped(m_bin + "/profile/host.json");
         QVERIFY(m_app.installExecutable("authinfo") && m_app.installExecutable("libauthplugin.so"));
-        QVERIFY(shipped.open(QIODevice::ReadOnly) &&
-                m_app.writeFile("profile/host.json", shipped.readAll()));
-        QVERIFY(writeState(kSignedIn));
-        const KTestAppDir::Result run = authinfo({}, "", m_app.filePath("authinfo"));
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(sections(run.out), QString("keys Account Diagnostics"));
-        QCOMPARE(cells(run.out, "Product/VexName"), QStringList({"QString", "Zento Office"}));
-        const QString eula = cells(run.out, "Product/Url/EULA").value(1);
+        QVERIFY(shipped.open(QIODevice::ReadOnly));
+        const QByteArray profile = shipped.readAll();
+        QVERIFY(m_app.writeFile("profile/host.json", profile));
+        QVERIFY(writeState(R"({"IsLogined": true, "Name": "Ada"})"));
+        const QString out = authinfo({}, "", m_app.filePath("authinfo")).out;
+        QCOMPARE(sections(out), QString("keys Account Diagnostics"));
+        QCOMPARE(cells(out, "Product/VexName"), QStringList({"QString", "Zento Office"}));
+        const QString eula = cells(out, "Product/Url/EULA").value(1);
         QVERIFY2(eula.startsWith("https://") && eula.endsWith("/eula"), qPrintable(eula));
-        QCOMPARE(cells(run.out, "Product/Url/LauncherPage"),
+        QCOMPARE(cells(out, "Product/Url/LauncherPage"),
                  QStringList({"QUrl", eula.chopped(4) + "launcher_page"}));
         for (const char* key : {"Product/VexThanksTo", "Product/Url/EmbeddedEULA",
                                 "Product/Url/OnlineLanguagePacksConfig", "Product/HomePage",
                                 "Product/UserFeedbackPage", "Product/HelpPage",
                                 "Product/TechSupportUrl", "Server/ReinstallServer"})
-            QCOMPARE(cells(run.out, key).value(0), QString("QString"));
-        QCOMPARE(cells(run.out, "Cloud library"),
+            QCOMPARE(cells(out, key).value(0), QString("QString"));
+        QCOMPARE(cells(out, "Cloud library"),
                  QStringList("not found: no " + m_app.filePath("addons/deskhive")));
-        QCOMPARE(cells(run.out, "Signed in"), QStringList("no"));
-        QCOMPARE(cells(run.out, "Name"), QStringList());
+        QCOMPARE(cells(out, "Signed in") + cells(out, "Name"), QStringList("no"));
+        const QJsonObject info = QJsonDocument::fromJson(profile).object()["info"].toObject();
+        QCOMPARE(cells(out, "Suite version"), QStringList(info["version"].toString()));
+        QCOMPARE(cells(out, "Host user agent"), QStringList(info["userAgent"].toString()));
+        const QString root = m_env.homePath() + "/.local/share";
+        QCOMPARE(cells(out, "Log"), QStringList(root + "/office6/Deskhive/log"));
+        QVERIFY(QFileInfo(root + "/office6/Deskhive/log").isDir());
     }
 
     void chosenProfileAndKeys_data()
@@ -163,7 +157,6 @@ private slots:
                                "Nope/Nothing"};
         const KTestAppDir::Result run =
             byOption ? authinfo(QStringList{"--profile", dir} + keys) : authinfo(keys, dir);
-        QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.out.count('\n'), keys.size());
         QCOMPARE(cells(run.out, "Server/ReinstallServer"),
                  QStringList({"QString", "https://elsewhere.example/latest_package"}));
@@ -179,15 +172,17 @@ private slots:
         QTest::addColumn<QByteArray>("state");
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<QString>("parts");
-        QTest::addColumn<QStringList>("values"); // signed in, name, id, avatar, company
+        QTest::addColumn<QString>("values"); // signed in, name, id, avatar, company
 
         QTest::newRow("signed in")
-            << kSignedIn << QStringList{"--account"} << "Account"
-            << QStringList{"yes", "Ada Lovelace", "u-7", "/p/ada.png", "yes"};
+            << QByteArray(R"({"IsLogined": true, "Name": "Ada Lovelace", "Id": "u-7",
+                "UserAvatarImagePath": "/p/ada.png", "IsCompanyAccount": true})")
+            << QStringList{"--account"} << "Account"
+            << "yes|Ada Lovelace|u-7|/p/ada.png|yes";
         QTest::newRow("signed out, with a key")
             << QByteArray(R"({"IsLogined": false, "Name": "Ada"})")
             << QStringList{"--account", "Product/VexName"} << "keys Account"
-            << QStringList{"no", "", "", "", "no"};
+            << "no||||no";
     }
 
     void account()
@@ -195,60 +190,17 @@ private slots:
         QFETCH(QByteArray, state);
         QFETCH(QStringList, args);
         QFETCH(QString, parts);
-        QFETCH(QStringList, values);
+        QFETCH(QString, values);
 
         QVERIFY(writeState(state));
-        const KTestAppDir::Result run = authinfo(args);
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(sections(run.out), parts);
-        QCOMPARE(cells(run.out, "Cloud library"),
+        const QString out = authinfo(args).out;
+        QCOMPARE(sections(out), parts);
+        QCOMPARE(cells(out, "Cloud library"),
                  QStringList("loaded from " + m_bin + "/addons/deskhive/libdeskhive.so"));
-        const QStringList labels{"Signed in", "Name", "Id", "Avatar", "Company account"};
-        for (int i = 0; i < labels.size(); ++i)
-            QCOMPARE(cells(run.out, labels[i]).join("  "), values[i]);
-    }
-
-    void diagnostics()
-    {
-        const QString root = m_env.homePath() + "/.local/share";
-        setVersion("12.1.0.17890");
-        setUserAgent("Agent/7 (test)");
-        QSettings store(KHKSoftwareSettings::storeFileName(KHKSoftwareSettings::CurrentUser),
-                        QSettings::IniFormat);
-        store.setValue("Corvane/Office/6.0/Common/Local/UILanguage", 1041);
-        store.setValue("Corvane/ZentoCloud/userinfo/zentocloudfiles", 1);
-        store.sync();
-        QVERIFY(saveProfile(m_env.profilePath()));
-
-        const KTestAppDir::Result run = authinfo({"--diagnostics", "Product/VexName"});
-        QCOMPARE(sections(run.out), QString("keys Diagnostics"));
-        QCOMPARE(cells(run.out, "Suite version"), QStringList("12.1.0.17890"));
-        QCOMPARE(cells(run.out, "Language identifier"), QStringList("1041"));
-        QCOMPARE(cells(run.out, "Host user agent"), QStringList("Agent/7 (test)"));
-        const QString webKit = cells(run.out, "Web engine user agent").value(0);
-        QVERIFY2(
-            QRegularExpression("^zento/12\\.1\\.0\\.17890 \\(.+;U;en_US\\) QtWebkit/\\d+\\.\\d+ "
-                               "Version/12\\.1\\.0\\.17890$")
-                .match(webKit)
-                .hasMatch(),
-            qPrintable(webKit));
-        QCOMPARE(cells(run.out, "New user data layout"), QStringList("yes"));
-        const QStringList id = cells(run.out, "Device identifier");
-        QVERIFY2(id.value(0).startsWith("UUID-") && id.value(0).size() == 41,
-                 qPrintable(id.join(" ")));
-        const QList<QPair<const char*, const char*>> directories{
-            {"App data root", ""},
-            {"Nimbo data", "/nimbo"},
-            {"Zento Cloud Files", "/Zento Cloud Files"},
-            {"User data", "/Zento Cloud Files/userdata"},
-            {"Deskhive", "/office6/Deskhive"},
-            {"Log", "/office6/Deskhive/log"},
-            {"Dump", "/office6/Deskhive/dump"},
-            {"Icon cache", "/Zento Cloud Files/resource/iconcache"}};
-        for (const auto& directory : directories) {
-            QCOMPARE(cells(run.out, directory.first), QStringList(root + directory.second));
-            QVERIFY2(QFileInfo(root + directory.second).isDir(), directory.first);
-        }
+        QStringList shown;
+        for (const char* label : {"Signed in", "Name", "Id", "Avatar", "Company account"})
+            shown << cells(out, label).join(' ');
+        QCOMPARE(shown.join('|'), values);
     }
 
     void unusable_data()
@@ -269,9 +221,7 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(QString, reason);
 
-        QFile text(m_env.rootPath() + "/notalibrary.so");
-        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("text, not a library\n") > 0);
-        text.close();
+        QVERIFY(m_app.writeFile("../notalibrary.so", "text, not a library\n"));
         args.replaceInStrings("@", m_env.rootPath());
         const KTestAppDir::Result run = authinfo(args);
         QCOMPARE(run.exitCode, 2);

@@ -14,11 +14,6 @@ KTestAppDir::KTestAppDir(const QString& parentDir)
     QDir().mkpath(m_path);
 }
 
-QString KTestAppDir::filePath(const QString& relative) const
-{
-    return QDir(m_path).filePath(relative);
-}
-
 bool KTestAppDir::installExecutable(const QString& name) const
 {
     QFile build(QDir(QCoreApplication::applicationDirPath()).filePath(name));

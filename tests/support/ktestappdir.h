@@ -2,6 +2,7 @@
 #define KTESTAPPDIR_H
 
 #include <QByteArray>
+#include <QDir>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
@@ -25,7 +26,7 @@ public:
     explicit KTestAppDir(const QString& parentDir);
 
     QString path() const { return m_path; }
-    QString filePath(const QString& relative) const;
+    QString filePath(const QString& relative) const { return QDir(m_path).filePath(relative); }
 
     // Copies the executable `name` from the directory of the running test.
     bool installExecutable(const QString& name) const;

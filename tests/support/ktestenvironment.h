@@ -13,7 +13,6 @@ class KTestEnvironment
 public:
     KTestEnvironment();
 
-    bool isValid() const { return m_root.isValid(); }
     QString rootPath() const { return m_root.path(); }
     QString homePath() const { return m_root.filePath(QStringLiteral("home")); }
     QString profilePath() const { return m_root.filePath(QStringLiteral("profile")); }

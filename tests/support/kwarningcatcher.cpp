@@ -20,23 +20,17 @@ void collect(QtMsgType type, const QMessageLogContext&, const QString& message)
 KWarningCatcher::KWarningCatcher()
     : m_previous(qInstallMessageHandler(collect))
 {
-    clear();
+    const QMutexLocker locker(&g_lock);
+    g_caught.clear();
 }
 
 KWarningCatcher::~KWarningCatcher()
 {
     qInstallMessageHandler(m_previous);
-    clear();
 }
 
 QStringList KWarningCatcher::warnings() const
 {
     const QMutexLocker locker(&g_lock);
     return g_caught;
-}
-
-void KWarningCatcher::clear()
-{
-    const QMutexLocker locker(&g_lock);
-    g_caught.clear();
 }
