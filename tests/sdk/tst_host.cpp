@@ -114,28 +114,35 @@ private slots:
         }
     }
 
-    void badProfiles_data()
+    void loading_data()
     {
-        QTest::addColumn<QByteArray>("content"); // empty: no file
-        QTest::addColumn<QString>("errorPart");
-        QTest::newRow("missing file") << QByteArray() << "cannot read host profile";
-        QTest::newRow("array") << QByteArray("[1, 2]") << "is not a JSON object";
+        QTest::addColumn<QString>("dir");        // "": the suite's profile folder
+        QTest::addColumn<QByteArray>("content"); // written to its host.json unless empty
+        QTest::addColumn<QString>("error");      // part of the error; "": loads
+        QTest::newRow("shipped") << QCoreApplication::applicationDirPath() + "/profile"
+                                 << QByteArray() << "";
+        QTest::newRow("missing file") << "" << QByteArray() << "cannot read host profile";
+        QTest::newRow("array") << "" << QByteArray("[1, 2]") << "is not a JSON object";
     }
 
-    void badProfiles()
+    void loading()
     {
+        QFETCH(QString, dir);
         QFETCH(QByteArray, content);
-        QFETCH(QString, errorPart);
+        QFETCH(QString, error);
 
-        QFile::remove(m_env.profilePath() + "/host.json");
-        QVERIFY(content.isEmpty() || writeProfile(content));
+        if (dir.isEmpty()) {
+            dir = m_env.profilePath();
+            QFile::remove(dir + "/host.json");
+            QVERIFY(content.isEmpty() || writeProfile(content));
+        }
         setProductString("JumpUrl", "https://stale.example/");
-        QString error;
-        QVERIFY(!loadProfile(m_env.profilePath(), &error));
-        QVERIFY2(error.contains(errorPart) && error.contains(m_env.profilePath()),
-                 qPrintable(error));
+        QString message;
+        QCOMPARE(loadProfile(dir, &message), error.isEmpty());
+        QVERIFY2(message.contains(error) && message.contains(error.isEmpty() ? "" : dir),
+                 qPrintable(message));
         // A failed load leaves an empty host, not the previous state.
-        QCOMPARE(krt::product::getString("JumpUrl") + krt::info::version(), QString("0.0.0.0"));
+        QCOMPARE(krt::product::getString("JumpUrl").isEmpty(), !error.isEmpty());
     }
 
     void wrappersWithoutHandler()

@@ -1,12 +1,8 @@
-// Stand-ins for a Deskhive library of another build that lacks entry points.
-// Compiled twice: FAKE_DESKHIVE_CLIENT_ONLY exports only NimboClientInstance,
-// a client that answers what the test put in its environment
-// (FAKE_NIMBO_USERINFO, JSON text, anything unparsable a null value;
-// FAKE_NIMBO_AUTOLOGIN, the wrapped address for every address); otherwise
-// every entry point but that one.
+// A stand-in for a Deskhive library of another build: it exports only
+// NimboClientInstance, a client that answers what the test put in its
+// environment: FAKE_NIMBO_USERINFO (JSON text, anything unparsable a null
+// value) and FAKE_NIMBO_AUTOLOGIN (the wrapped address for every address).
 
-#include <deskhive/deskhiveentrypoints.h>
-#include <deskhive/livestateupdatecache.h>
 #include <deskhive/nimboclient.h>
 
 #include <json/reader.h>
@@ -35,33 +31,10 @@ public:
     }
 };
 
-template <typename T>
-T* object()
-{
-    static T instance;
-    return &instance;
-}
-
 } // namespace
 
-extern "C" {
-#ifdef FAKE_DESKHIVE_CLIENT_ONLY
-Q_DECL_EXPORT INimboClient* NimboClientInstance()
+extern "C" Q_DECL_EXPORT INimboClient* NimboClientInstance()
 {
-    return object<KFakeNimboClient>();
+    static KFakeNimboClient client;
+    return &client;
 }
-#else
-Q_DECL_EXPORT QObject* LocalPushMessageDispatchInstance()
-{
-    return object<QObject>();
-}
-Q_DECL_EXPORT ILiveStateUpdateCache* LiveStateUpdateCacheInstance()
-{
-    return object<ILiveStateUpdateCache>();
-}
-Q_DECL_EXPORT QObject* DeskhivePluginController()
-{
-    return object<QObject>();
-}
-#endif
-} // extern "C"

@@ -3,7 +3,7 @@
 // driven by a state file in a temporary folder, its signals connected by
 // signature. In copies of this program run with --probe from folders laid
 // out per case: what the access finds when the library is missing, broken,
-// lacks entry points or answers oddly (the stand-ins of fakedeskhive.cpp).
+// lacks entry points or answers oddly (the stand-in of fakedeskhive.cpp).
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
@@ -22,8 +22,6 @@
 namespace {
 
 enum class Save { Replace, InPlace, RemoveFirst, Remove };
-
-const QString kWrapPrefix = "https://account.zentooffice.example/autologin?token=";
 
 QByteArray signedIn(const QByteArray& name, const QByteArray& more = QByteArray())
 {
@@ -119,15 +117,14 @@ private slots:
         };
         const QString simulator =
             QCoreApplication::applicationDirPath() + "/addons/deskhive/libdeskhive.so";
-        const QString fake = FAKE_DESKHIVE_CLIENT_ONLY;
+        const QString fake = FAKE_DESKHIVE;
         const QByteArray in = R"({"IsLogined": true})";
         const char* wrap = "https://wrapped.example/?t=1";
         row("no addons/deskhive folder", "-", in, wrap, "0 | none | 0 | URL");
         row("not a library", "text", in, wrap, "0 | none | 0 | URL");
         row("simulator, state beside it", simulator, signedIn("Ada"), "",
-            "1 | dispatch,client,cache,controller | 1 | " + kWrapPrefix);
-        row("no NimboClientInstance", FAKE_DESKHIVE_WITHOUT_CLIENT, in, wrap,
-            "1 | dispatch,cache,controller | 0 | URL");
+            "1 | dispatch,client,cache,controller | 1 | "
+            "https://account.zentooffice.example/autologin?token=");
         row("signed in", fake, in, wrap, "1 | client | 1 | https://wrapped.example/?t=1");
         row("signed in, empty wrapped address", fake, in, "", "1 | client | 1 | URL");
         row("no IsLogined", fake, R"({"Name": "F"})", wrap, "1 | client | 0 | URL");
@@ -164,169 +161,107 @@ private slots:
         QCOMPARE(out.left(expected.size()), expected);
     }
 
-    void userInfoFromStateFile_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("expected"); // "@": the state file's folder
-        QTest::addColumn<QString>("warning");
-
-        const QByteArray company =
-            R"(, "UserAvatarImagePath": "/p/a.png", "IsCompanyAccount": true)";
-        QTest::newRow("signed in") << signedIn("Ada", company) << "in|Ada|id-Ada|/p/a.png|company"
-                                   << "";
-        QTest::newRow("relative avatar")
-            << signedIn("Ada", R"(, "UserAvatarImagePath": "img/../a.png")")
-            << "in|Ada|id-Ada|@/a.png|"
-            << "";
-        QTest::newRow("non-ASCII name") << signedIn("Zoë 张") << "in|Zoë 张|id-Zoë 张||"
-                                        << "";
-        QTest::newRow("signed out keeps no user")
-            << QByteArray(R"({"IsLogined": false, "Name": "Ada", "IsCompanyAccount": true})")
-            << "out||||"
-            << "";
-        QTest::newRow("flag as text")
-            << QByteArray(R"({"IsLogined": "true", "Name": "Ada"})") << "out||||"
-            << "";
-        QTest::newRow("malformed") << QByteArray(R"({"IsLogined": true,)") << "out||||"
-                                   << "is not valid JSON";
-        QTest::newRow("array") << QByteArray("[1]") << "out||||"
-                               << "not hold a JSON object";
-        QTest::newRow("deep nesting") << QByteArray(5000, '[') << "out||||"
-                                      << "is not valid JSON";
-    }
-
-    void userInfoFromStateFile()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, expected);
-        QFETCH(QString, warning);
-
-        // From a known, different account, so every row is a real change.
-        QVERIFY(save(signedIn("Previous")));
-        KWarningCatcher catcher;
-        QVERIFY(save(content));
-        QCOMPARE(account(), expected.replace('@', m_env.rootPath()));
-        const QStringList warnings = catcher.warnings();
-        QCOMPARE(warnings.size(), warning.isEmpty() ? 0 : 1);
-        QVERIFY(warning.isEmpty() ||
-                (warnings[0].contains(warning) && warnings[0].contains(m_statePath)));
-    }
-
-    void signalsFollowTheFile_data()
+    // Each row saves before, then after, and sees what the simulator made
+    // of after: the account, the signals raised (":argument" for the one
+    // that has one) and the warnings (each naming the state file).
+    void stateFile_data()
     {
         QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after"); // empty: the file is removed
-        QTest::addColumn<int>("loginChanges");
-        QTest::addColumn<int>("infoChanges");
-
-        const QByteArray out = R"({"IsLogined": false})";
-        const QByteArray ada = signedIn("Ada");
-        QTest::newRow("sign in") << out << ada << 1 << 1;
-        QTest::newRow("sign out") << ada << out << 1 << 1;
-        QTest::newRow("other user") << ada << signedIn("Bob") << 0 << 1;
-        QTest::newRow("new avatar")
-            << ada << signedIn("Ada", R"(, "UserAvatarImagePath": "/b.png")") << 0 << 1;
-        QTest::newRow("same account, other layout") << ada << "\n  " + ada + "\n" << 0 << 0;
-        QTest::newRow("signed out, other leftovers")
-            << out << QByteArray(R"({"IsLogined": false, "Name": "Gone"})") << 0 << 0;
-        QTest::newRow("file breaks") << ada << QByteArray("{") << 1 << 1;
-        QTest::newRow("file removed") << ada << QByteArray() << 1 << 1;
-    }
-
-    void signalsFollowTheFile()
-    {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, after);
-        QFETCH(int, loginChanges);
-        QFETCH(int, infoChanges);
-
-        KWarningCatcher quiet;
-        QVERIFY(save(before));
-        QSignalSpy login(m_client.data(), SIGNAL(LoginStatusChange()));
-        QSignalSpy info(m_client.data(), SIGNAL(UserInfoChange()));
-        QVERIFY(save(after, after.isEmpty() ? Save::Remove : Save::Replace));
-        QCOMPARE(login.count(), loginChanges);
-        QCOMPARE(info.count(), infoChanges);
-    }
-
-    // The second save is seen however the first one left the file.
-    void editorSaves_data()
-    {
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<QString>("user"); // as account() gives it; "@": the state file's folder
+        QTest::addColumn<QString>("raised");
+        QTest::addColumn<QStringList>("warnings");
         QTest::addColumn<Save>("first");
         QTest::addColumn<Save>("second");
 
-        const QList<QPair<Save, const char*>> ways = {
+        const auto row = [](const QByteArray& tag, const QByteArray& before,
+                            const QByteArray& after, const char* user, const char* raised,
+                            const QStringList& warnings = {}, Save first = Save::Replace,
+                            Save second = Save::Replace) {
+            QTest::newRow(tag.constData()) << before << after << QString(user) << QString(raised)
+                                           << warnings << first << second;
+        };
+        const QByteArray out = R"({"IsLogined": false})", ada = signedIn("Ada");
+        const char* both = "LoginStatusChange, UserInfoChange";
+        const char* adaUser = "in|Ada|id-Ada||";
+        row("sign in", out,
+            signedIn("Ada", R"(, "UserAvatarImagePath": "/a", "IsCompanyAccount": true)"),
+            "in|Ada|id-Ada|/a|company", both);
+        row("relative avatar", ada, signedIn("Ada", R"(, "UserAvatarImagePath": "b/../a.png")"),
+            "in|Ada|id-Ada|@/a.png|", "UserInfoChange");
+        row("other user", ada, signedIn("Zoë 张"), "in|Zoë 张|id-Zoë 张||", "UserInfoChange");
+        row("sign out keeps no user", ada,
+            R"({"IsLogined": false, "Name": "A", "IsCompanyAccount": true})", "out||||", both);
+        row("signed out, other leftovers", out, R"({"IsLogined": false, "Name": "Gone"})",
+            "out||||", "");
+        row("same account, other layout", ada, "\n  " + ada + "\n", adaUser, "");
+        row("flag as text", ada, R"({"IsLogined": "true"})", "out||||", both);
+        row("malformed", ada, R"({"IsLogined": true,)", "out||||", both, {"is not valid JSON"});
+        row("array", ada, "[1]", "out||||", both, {"not hold a JSON object"});
+        row("deep nesting", ada, QByteArray(5000, '['), "out||||", both, {"is not valid JSON"});
+        row("file removed", ada, "", "out||||", both, {}, Save::Replace, Save::Remove);
+        const auto emitting = [](const QByteArray& name, const QByteArray& request) {
+            return signedIn(name, ", \"emit\": [\"" + request + "\"]");
+        };
+        const QByteArray launch = emitting("Ada", "failedToLaunchCloudsvrProcess");
+        row("launch failure", ada, launch, adaUser, "failedToLaunchCloudsvrProcess");
+        row("service exit", ada, emitting("Ada", "cloudsvrExitWithErrors:code: 7"), adaUser,
+            "cloudsvrExitWithErrors:code: 7");
+        row("service exit, no message", ada, emitting("Ada", "cloudsvrExitWithErrors"), adaUser,
+            "cloudsvrExitWithErrors:");
+        row("ipc error", ada, emitting("Ada", "occurIpcErrorsWhenGetUserInf"), adaUser,
+            "occurIpcErrorsWhenGetUserInf");
+        row("rpc error", ada, emitting("Ada", "occurRpcErrorsWhenGetUserInf"), adaUser,
+            "occurRpcErrorsWhenGetUserInf");
+        row("no signal names", ada, signedIn("Ada", R"(, "emit": [5, "nope"])"), adaUser, "",
+            {"not a signal name", "no signal \"nope\""});
+        row("request again, same content", launch, launch, adaUser, "", {}, Save::Replace,
+            Save::InPlace);
+        row("request again, new content", launch, emitting("Bob", "failedToLaunchCloudsvrProcess"),
+            "in|Bob|id-Bob||", "UserInfoChange, failedToLaunchCloudsvrProcess");
+        // However an editor saves, the next save is seen.
+        const QList<QPair<Save, QByteArray>> ways = {
             {Save::Replace, "replace"}, {Save::InPlace, "in place"}, {Save::RemoveFirst, "remove"}};
         for (const auto& first : ways) {
             for (const auto& second : ways)
-                QTest::addRow("%s, then %s", first.second, second.second)
-                    << first.first << second.first;
+                row(first.second + ", then " + second.second, signedIn("First"), signedIn("Second"),
+                    "in|Second|id-Second||", "UserInfoChange", {}, first.first, second.first);
         }
     }
 
-    void editorSaves()
+    void stateFile()
     {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QFETCH(QString, user);
+        QFETCH(QString, raised);
+        QFETCH(QStringList, warnings);
         QFETCH(Save, first);
         QFETCH(Save, second);
 
-        QVERIFY(save(signedIn("First"), first));
-        QCOMPARE(account(), QString("in|First|id-First||"));
-        QVERIFY(save(signedIn("Second"), second));
-        QCOMPARE(account(), QString("in|Second|id-Second||"));
-    }
-
-    void errorSignalsFromTheFile_data()
-    {
-        QTest::addColumn<QString>("request");
-        QTest::addColumn<QString>("raised"); // signal and argument, if any
-
-        QTest::newRow("launch failure") << "failedToLaunchCloudsvrProcess"
-                                        << "failedToLaunchCloudsvrProcess()";
-        QTest::newRow("service exit") << "cloudsvrExitWithErrors:code: 7"
-                                      << "cloudsvrExitWithErrors(QString) code: 7";
-        QTest::newRow("no message") << "cloudsvrExitWithErrors"
-                                    << "cloudsvrExitWithErrors(QString)";
-        QTest::newRow("ipc error") << "occurIpcErrorsWhenGetUserInf"
-                                   << "occurIpcErrorsWhenGetUserInf()";
-        QTest::newRow("rpc error") << "occurRpcErrorsWhenGetUserInf"
-                                   << "occurRpcErrorsWhenGetUserInf()";
-        QTest::newRow("unknown signal") << "nope"
-                                        << "";
-    }
-
-    void errorSignalsFromTheFile()
-    {
-        QFETCH(QString, request);
-        QFETCH(QString, raised);
-
+        QVERIFY(save(before, first));
         QObject* cache = KDeskhiveLib::instance()->liveStateUpdateCacheInstance();
+        QSignalSpy login(m_client.data(), SIGNAL(LoginStatusChange()));
+        QSignalSpy info(m_client.data(), SIGNAL(UserInfoChange()));
         QSignalSpy launch(m_client.data(), SIGNAL(failedToLaunchCloudsvrProcess()));
         QSignalSpy exit(m_client.data(), SIGNAL(cloudsvrExitWithErrors(QString)));
         QSignalSpy ipc(cache, SIGNAL(occurIpcErrorsWhenGetUserInf()));
         QSignalSpy rpc(cache, SIGNAL(occurRpcErrorsWhenGetUserInf()));
-        const auto seen = [&] {
-            QStringList names;
-            for (QSignalSpy* spy : {&launch, &exit, &ipc, &rpc}) {
-                for (const QList<QVariant>& arguments : *spy)
-                    names << (spy->signal() + ' ' + arguments.value(0).toString()).trimmed();
-            }
-            return names;
-        };
-        const QStringList once = raised.isEmpty() ? QStringList() : QStringList(raised);
-
-        // A value that is no name at all is passed over like an unknown name.
-        const QByteArray emitList = ", \"emit\": [5, \"" + request.toUtf8() + "\"]";
         KWarningCatcher catcher;
-        QVERIFY(save(signedIn("Ada", emitList)));
-        QCOMPARE(seen(), once);
-        QCOMPARE(catcher.warnings().size(), raised.isEmpty() ? 2 : 1);
-        QCOMPARE(account(), QString("in|Ada|id-Ada||"));
-        // Once per change: the same content again raises nothing, another
-        // change with the same request raises it again.
-        QVERIFY(save(signedIn("Ada", emitList), Save::InPlace));
-        QCOMPARE(seen(), once);
-        QVERIFY(save(signedIn("Bob", emitList)));
-        QCOMPARE(seen(), once + once);
+        QVERIFY(save(after, second));
+        QStringList seen;
+        for (QSignalSpy* spy : {&login, &info, &launch, &exit, &ipc, &rpc}) {
+            for (const QList<QVariant>& arguments : *spy)
+                seen << QString(spy->signal()).section('(', 0, 0) +
+                            (arguments.isEmpty() ? "" : ':' + arguments[0].toString());
+        }
+        QCOMPARE(seen.join(", "), raised);
+        QCOMPARE(account(), user.replace('@', m_env.rootPath()));
+        const QStringList caught = catcher.warnings();
+        QCOMPARE(caught.size(), warnings.size());
+        for (int i = 0; i < caught.size(); ++i)
+            QVERIFY2(caught[i].contains(warnings[i]) && caught[i].contains(m_statePath),
+                     qPrintable(caught[i]));
     }
 };
 
