@@ -47,10 +47,6 @@ private slots:
         QVERIFY(handler && entry() == handler);
         setProductString("JumpUrl", "https://jump.example/");
         setHandler(handler);
-        handler->insertStaticInfo("Product/Seeded", "kept");
-        QCOMPARE(krt::auth::getStringInfo("Product/Seeded"), QString("kept"));
-        QCOMPARE(krt::auth::getStringInfo("Product/Url/EULA"),
-                 QString("https://jump.example/eula"));
         QCOMPARE(krt::auth::getInfo("Product/Url/LauncherPage"),
                  QVariant(QUrl("https://jump.example/launcher_page")));
         QCOMPARE(krt::auth::getBoolInfo("Patent/Anything", true), false);
@@ -107,6 +103,9 @@ private slots:
         QTest::newRow("account alone, signed out")
             << QStringList{"--account"} << "" << QByteArray(R"({"IsLogined": false, "Name": "A"})")
             << "Account" << QStringList{"Signed in=no", "Name=", "Company account=no"};
+        QTest::newRow("shipped profile")
+            << QStringList{"--profile", m_bin + "/profile", "Product/VexName"} << "" << QByteArray()
+            << "keys:1" << QStringList{"Product/VexName=QString  Zento Office"};
         QTest::newRow("diagnostics and a key")
             << QStringList{"--diagnostics", "Product/VexName"} << "@/chosen" << ada
             << "keys:1 Diagnostics" << QStringList{"Language identifier=2052"};
@@ -120,9 +119,7 @@ private slots:
         QFETCH(QString, parts);
         QFETCH(QStringList, lines);
 
-        QFile file(m_state);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(state) == state.size());
-        file.close();
+        QVERIFY(KTestAppDir::write(m_state, state));
         QProcessEnvironment env;
         if (!profile.isEmpty())
             env.insert(profileEnvironmentVariable(), profile.replace('@', m_env.rootPath()));
@@ -154,7 +151,6 @@ private slots:
 
         QTest::newRow("missing plug-in")
             << QStringList{"--plugin", "/nonexistent/libauthplugin.so"} << "No such file";
-        QTest::newRow("not a library") << QStringList{"--plugin", "@/state.json"} << "";
         QTest::newRow("no entry point") << QStringList{"--plugin", m_bin + "/libvexlite.so"}
                                         << "does not export GetAuthorizationHandler";
         QTest::newRow("unreadable profile") << QStringList{"--profile", "@/no-such-profile"} << "";
@@ -165,7 +161,6 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(QString, reason);
 
-        QVERIFY(m_app.writeFile("../state.json", "{}"));
         const KTestAppDir::Result run =
             m_app.run(m_bin + "/authinfo", args.replaceInStrings("@", m_env.rootPath()));
         QCOMPARE(run.exitCode, 2);

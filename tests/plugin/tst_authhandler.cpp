@@ -29,17 +29,13 @@ QString describe(const QVariant& value)
     return value.isNull() ? QStringLiteral("null") : value.typeName() + (':' + value.toString());
 }
 
-// Answers with the group and the name a key was routed with.
+// Answers with the group and the name a product key was routed with.
 class KEchoHandler : public KAuthorizationHandler
 {
 public:
     QVariant productInfo(const QString&, const QString& group, const QString& name) override
     {
-        return "product " + group + '|' + name;
-    }
-    QVariant serverInfo(const QString&, const QString& group, const QString& name) override
-    {
-        return "server " + group + '|' + name;
+        return group + '|' + name;
     }
 };
 
@@ -92,10 +88,7 @@ private slots:
         const auto jump = [](const char* page) { return QVariant(kBase + page); };
         const QVariant none;
         const QVariantMap noBase{{"JumpUrl", ""}}, overseas{{"overseas", true}}, echo{{"echo", 1}};
-        row("echo: name keeps later separators", "Product/Url/EULA", "product Product|Url/EULA",
-            echo);
-        row("echo: no separator", "Product", "product Product|Product", echo);
-        row("echo: server", "Server/X", "server Server|X", echo);
+        row("no separator: group and name are the key", "Product", "Product|Product", echo);
         row("group is case-sensitive", "product/HomePage", none, echo);
         row("empty key, not warned about", "", none, {{"user", "x"}});
         row("splash is empty text", "Auth/StartupSplashFileName", QString(""));
@@ -139,7 +132,6 @@ private slots:
         row("overseas TechSupportUrl", "Product/TechSupportUrl", none, overseas);
         row("overseas TechSupportUrl configured", "Product/TechSupportUrl", "u",
             {{"overseas", true}, {"user", "u"}});
-        row("overseas HelpPage", "Product/HelpPage", jump("help_page"), overseas);
         // Without a jump base text answers are missing, the URL is empty.
         row("no base: EULA", "Product/Url/EULA", none, noBase);
         row("no base: HomePage", "Product/HomePage", none, noBase);
@@ -149,7 +141,6 @@ private slots:
         row("unknown name", "Product/Nope", none);
         row("names are case-sensitive", "Product/homepage", none);
         row("unknown server name", "Server/Other", none);
-        row("product name in the auth group", "Auth/HomePage", none);
     }
 
     void answers()

@@ -1,10 +1,10 @@
 #include "kstubprogram.h"
 
 #include "kblockingwait.h"
+#include "ktestappdir.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -19,13 +19,7 @@ KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
                               "'\nt=\"$d/.run-$$\"\n: > \"$t\"\n"
                               "for a in \"$@\"; do printf '%s\\0' \"$a\" >> \"$t\"; done\n"
                               "mv \"$t\" \"$d/run-$$\"\n";
-    QFile file(path);
-    m_valid = QDir().mkpath(recordDir) && QDir().mkpath(QFileInfo(path).absolutePath()) &&
-              file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-              file.write(script) == script.size();
-    file.close();
-    m_valid = m_valid && file.setPermissions(file.permissions() | QFile::ExeOwner |
-                                             QFile::ExeGroup | QFile::ExeOther);
+    m_valid = QDir().mkpath(recordDir) && KTestAppDir::write(path, script, true);
 }
 
 QList<QStringList> KStubProgram::calls() const
@@ -48,9 +42,7 @@ QList<QStringList> KStubProgram::calls() const
 
 QList<QStringList> KStubProgram::sorted(QList<QStringList> calls)
 {
-    std::sort(calls.begin(), calls.end(), [](const QStringList& a, const QStringList& b) {
-        return a.join(QChar(0)) < b.join(QChar(0));
-    });
+    std::sort(calls.begin(), calls.end());
     return calls;
 }
 

@@ -1,7 +1,6 @@
 #include "ktestappdir.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -20,10 +19,9 @@ bool KTestAppDir::installExecutable(const QString& name) const
     return build.open(QIODevice::ReadOnly) && writeFile(name, build.readAll(), true);
 }
 
-bool KTestAppDir::writeFile(const QString& relative, const QByteArray& content,
-                            bool executable) const
+bool KTestAppDir::write(const QString& path, const QByteArray& content, bool executable)
 {
-    QFile file(filePath(relative));
+    QFile file(path);
     if (!QDir().mkpath(QFileInfo(file).absolutePath()) ||
         !file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
         return false;

@@ -1,10 +1,8 @@
 #ifndef KTESTAPPDIR_H
 #define KTESTAPPDIR_H
 
-#include <QByteArray>
 #include <QDir>
 #include <QProcessEnvironment>
-#include <QString>
 #include <QStringList>
 
 // A temporary application directory. Code that looks beside the running
@@ -32,7 +30,12 @@ public:
     bool installExecutable(const QString& name) const;
     // Writes a file below the directory, creating its folders.
     bool writeFile(const QString& relative, const QByteArray& content,
-                   bool executable = false) const;
+                   bool executable = false) const
+    {
+        return write(filePath(relative), content, executable);
+    }
+    // Writes a file anywhere, creating its folders.
+    static bool write(const QString& path, const QByteArray& content, bool executable = false);
 
     // Runs an executable of the directory (or any, given its absolute path)
     // with the test's environment plus env.

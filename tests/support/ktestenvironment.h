@@ -1,7 +1,6 @@
 #ifndef KTESTENVIRONMENT_H
 #define KTESTENVIRONMENT_H
 
-#include <QString>
 #include <QTemporaryDir>
 
 // Keeps a suite away from the user's real files: a temporary home with its

@@ -2,7 +2,6 @@
 #define KWARNINGCATCHER_H
 
 #include <QStringList>
-#include <QtGlobal>
 
 // Collects the warnings logged while it lives, from any thread, instead of
 // printing them. Not reentrant: one catcher at a time.
