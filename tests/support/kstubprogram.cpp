@@ -30,11 +30,9 @@ QList<QStringList> KStubProgram::calls() const
         QFile file(dir.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        QList<QByteArray> parts = file.readAll().split('\0');
-        parts.removeLast(); // what follows the last terminator
-        QStringList arguments;
-        for (const QByteArray& part : parts)
-            arguments.append(QFile::decodeName(part));
+        const QByteArray run = file.readAll(); // every argument ends with a NUL byte
+        QStringList arguments = QString::fromLocal8Bit(run.constData(), run.size()).split(QChar(0));
+        arguments.removeLast(); // what follows the last terminator
         result.append(arguments);
     }
     return sorted(result);

@@ -38,14 +38,10 @@ KTestAppDir::Result KTestAppDir::run(const QString& name, const QStringList& arg
     merged.insert(env);
     process.setProcessEnvironment(merged);
     process.start(filePath(name), args);
-    Result result;
-    if (!process.waitForFinished(timeoutMs)) {
-        process.kill();
-        process.waitForFinished();
-    } else if (process.exitStatus() == QProcess::NormalExit) {
-        result.exitCode = process.exitCode();
-    }
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    const bool finished = process.waitForFinished(timeoutMs);
+    if (!finished)
+        process.kill(); // and waits for it when destroyed
+    return {finished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }

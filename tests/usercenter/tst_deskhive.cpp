@@ -15,13 +15,12 @@
 #include <deskhive/livestateupdatecache.h>
 #include <deskhive/nimboclient.h>
 
-#include <QPointer>
 #include <QSaveFile>
 #include <QtTest>
 
 namespace {
 
-enum class Save { Replace, InPlace, RemoveFirst, Remove };
+enum class Save { Replace, InPlace, RemoveFirst };
 
 QByteArray signedIn(const QByteArray& name, const QByteArray& more = QByteArray())
 {
@@ -39,21 +38,17 @@ QString account()
     return parts.join('|') + (info["IsCompanyAccount"].asBool() ? "|company" : "|");
 }
 
-// What a copy of this program finds beside itself, on one line: loaded,
-// the objects handed out, signed in, the address given for url.
+// What a copy of this program finds beside itself, on one line: whether
+// the library is loaded and whether each entry point (dispatch, client,
+// cache, controller) gives an object, whether someone is signed in, and the
+// address given for url.
 int probe(const QString& url)
 {
     const KDeskhiveLib& lib = *KDeskhiveLib::instance();
-    const QObject* objects[] = {lib.localPushMessageDispatchInstance(), lib.nimboClientInstance(),
-                                lib.liveStateUpdateCacheInstance(), lib.deskhivePluginController()};
-    QStringList present;
-    for (int i = 0; i < 4; ++i) {
-        if (objects[i])
-            present << QString("dispatch client cache controller").section(' ', i, i);
-    }
-    QTextStream(stdout) << lib.isLoaded() << " | "
-                        << (present.isEmpty() ? "none" : present.join(',')) << " | "
-                        << KNimboClientInstance::isLogined() << " | "
+    QTextStream(stdout) << lib.isLoaded() << !!lib.localPushMessageDispatchInstance()
+                        << !!lib.nimboClientInstance() << !!lib.liveStateUpdateCacheInstance()
+                        << !!lib.deskhivePluginController() << ' '
+                        << KNimboClientInstance::isLogined() << ' '
                         << KNimboClientInstance::getAutoLoginUrl(url) << '\n';
     return 0;
 }
@@ -68,21 +63,19 @@ class TestDeskhive : public QObject
 
     KTestEnvironment m_env;
     QString m_statePath = m_env.rootPath() + "/state.json";
-    QPointer<INimboClient> m_client;
+    INimboClient* m_client = nullptr;
 
     // Saves content and returns once the simulator has looked at the file.
     bool save(const QByteArray& content, Save how = Save::Replace)
     {
-        QSignalSpy read(m_client.data(), SIGNAL(stateFileRead()));
-        if ((how == Save::RemoveFirst || how == Save::Remove) && QFile::exists(m_statePath) &&
-            !QFile::remove(m_statePath))
+        QSignalSpy read(m_client, SIGNAL(stateFileRead()));
+        if (how == Save::RemoveFirst && QFile::exists(m_statePath) && !QFile::remove(m_statePath))
             return false;
         QSaveFile replacing(m_statePath);
         QFile inPlace(m_statePath);
         QFileDevice& file = how == Save::Replace ? static_cast<QFileDevice&>(replacing) : inPlace;
-        if (how != Save::Remove && (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-                                    file.write(content) != content.size() ||
-                                    (how == Save::Replace && !replacing.commit())))
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+            file.write(content) != content.size() || (how == Save::Replace && !replacing.commit()))
             return false;
         inPlace.close();
         return read.wait(5000);
@@ -117,15 +110,14 @@ private slots:
         const QString fake = FAKE_DESKHIVE;
         const QByteArray in = R"({"IsLogined": true})";
         const char* wrap = "https://wrapped.example/?t=1";
-        row("no addons/deskhive folder", "-", in, wrap, "0 | none | 0 | URL");
+        row("no addons/deskhive folder", "-", in, wrap, "00000 0 URL");
         row("simulator, state beside it", simulator, signedIn("Ada"), "",
-            "1 | dispatch,client,cache,controller | 1 | "
-            "https://account.zentooffice.example/autologin?token=");
-        row("signed in", fake, in, wrap, "1 | client | 1 | https://wrapped.example/?t=1");
-        row("signed in, empty wrapped address", fake, in, "", "1 | client | 1 | URL");
-        row("no IsLogined", fake, R"({"Name": "F"})", wrap, "1 | client | 0 | URL");
-        row("empty object", fake, "{}", wrap, "1 | client | 0 | URL");
-        row("IsLogined as text", fake, R"({"IsLogined": "true"})", wrap, "1 | client | 0 | URL");
+            "11111 1 https://account.zentooffice.example/autologin?token=");
+        row("signed in", fake, in, wrap, "10100 1 https://wrapped.example/?t=1");
+        row("signed in, empty wrapped address", fake, in, "", "10100 1 URL");
+        row("no IsLogined", fake, R"({"Name": "F"})", wrap, "10100 0 URL");
+        row("empty object", fake, "{}", wrap, "10100 0 URL");
+        row("IsLogined as text", fake, R"({"IsLogined": "true"})", wrap, "10100 0 URL");
     }
 
     void layouts()
@@ -191,7 +183,6 @@ private slots:
         row("malformed", ada, R"({"IsLogined": true,)", "out||||", both, {"is not valid JSON"});
         row("array", ada, "[1]", "out||||", both, {"not hold a JSON object"});
         row("deep nesting", ada, QByteArray(5000, '['), "out||||", both, {"is not valid JSON"});
-        row("file removed", ada, "", "out||||", both, {}, Save::Replace, Save::Remove);
         const auto emitting = [](const QByteArray& name, const QByteArray& request) {
             return signedIn(name, ", \"emit\": [\"" + request + "\"]");
         };
@@ -201,8 +192,6 @@ private slots:
             "cloudsvrExitWithErrors:code: 7");
         row("ipc error", ada, emitting("Ada", "occurIpcErrorsWhenGetUserInf"), adaUser,
             "occurIpcErrorsWhenGetUserInf");
-        row("rpc error", ada, emitting("Ada", "occurRpcErrorsWhenGetUserInf"), adaUser,
-            "occurRpcErrorsWhenGetUserInf");
         row("no signal names", ada, signedIn("Ada", R"(, "emit": [5, "nope"])"), adaUser, "",
             {"not a signal name", "no signal \"nope\""});
         row("request again, same content", launch, launch, adaUser, "", {}, Save::Replace,
@@ -231,10 +220,10 @@ private slots:
 
         QVERIFY(save(before, first));
         QObject* cache = KDeskhiveLib::instance()->liveStateUpdateCacheInstance();
-        QSignalSpy login(m_client.data(), SIGNAL(LoginStatusChange()));
-        QSignalSpy info(m_client.data(), SIGNAL(UserInfoChange()));
-        QSignalSpy launch(m_client.data(), SIGNAL(failedToLaunchCloudsvrProcess()));
-        QSignalSpy exit(m_client.data(), SIGNAL(cloudsvrExitWithErrors(QString)));
+        QSignalSpy login(m_client, SIGNAL(LoginStatusChange()));
+        QSignalSpy info(m_client, SIGNAL(UserInfoChange()));
+        QSignalSpy launch(m_client, SIGNAL(failedToLaunchCloudsvrProcess()));
+        QSignalSpy exit(m_client, SIGNAL(cloudsvrExitWithErrors(QString)));
         QSignalSpy ipc(cache, SIGNAL(occurIpcErrorsWhenGetUserInf()));
         QSignalSpy rpc(cache, SIGNAL(occurRpcErrorsWhenGetUserInf()));
         KWarningCatcher catcher;
