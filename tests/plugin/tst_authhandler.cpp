@@ -175,15 +175,14 @@ private slots:
         setConfigValue(MachineLayer, "Other/Value", "first");
         const QStringList keys{"Product/HelpPage", "Product/Hidden", "Other/Value",
                                "Support/X",        "Product/Nope",   "Product/Url/EULA"};
-        setProductString("JumpUrl", "https://one.example/");
         QStringList answers;
-        for (const QString& key : keys)
-            answers << describe(handler.getInfo(key));
-        for (const QString& key : keys)
-            setConfigValue(UserLayer, key, "later");
-        setProductString("JumpUrl", "https://two.example/");
-        for (const QString& key : keys)
-            answers << describe(handler.getInfo(key));
+        for (const char* base : {"https://one.example/", "https://two.example/"}) {
+            setProductString("JumpUrl", base);
+            for (const QString& key : keys)
+                answers << describe(handler.getInfo(key));
+            for (const QString& key : keys)
+                setConfigValue(UserLayer, key, "later");
+        }
         QCOMPARE(answers, QStringList({"QString:seeded", "null", "QString:first", "bool:false",
                                        "null", "QString:https://one.example/eula", "QString:seeded",
                                        "null", "QString:first", "bool:false", "null",

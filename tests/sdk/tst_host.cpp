@@ -27,11 +27,6 @@ class TestHost : public QObject
     KTestEnvironment m_env;
     static constexpr int kThreshold = 100;
 
-    bool writeProfile(const QByteArray& json) const
-    {
-        return KTestAppDir::write(m_env.profilePath() + "/host.json", json);
-    }
-
 private slots:
     void init() { m_env.resetHost(); }
 
@@ -71,7 +66,7 @@ private slots:
             "  'configs': { 'user': { 'Product/HomePage': '', 'Count': 3 } },"
             "  'info': { 'version': '12.1', 'installUuid': 'U', 'hdid': 'H', 'userAgent': 'A',"
             "            'uwpInfoGUID': 'G' }, 'i18n': { 'language': 'zh_CN' } }";
-        QVERIFY(writeProfile(json.replace('\'', '"')));
+        QVERIFY(KTestAppDir::write(m_env.profilePath() + "/host.json", json.replace('\'', '"')));
         QString error;
         QVERIFY2(loadProfile(m_env.profilePath(), &error), qPrintable(error));
         const QStringList values{krt::product::getString("JumpUrl"),

@@ -8,17 +8,15 @@ namespace {
 QMutex g_lock;
 QStringList g_caught;
 
-void collect(QtMsgType type, const QMessageLogContext&, const QString& message)
-{
-    const QMutexLocker locker(&g_lock);
-    if (type == QtWarningMsg)
-        g_caught.append(message);
-}
-
 } // namespace
 
 KWarningCatcher::KWarningCatcher()
-    : m_previous(qInstallMessageHandler(collect))
+    : m_previous(qInstallMessageHandler(
+          [](QtMsgType type, const QMessageLogContext&, const QString& message) {
+              const QMutexLocker locker(&g_lock);
+              if (type == QtWarningMsg)
+                  g_caught.append(message);
+          }))
 {
     const QMutexLocker locker(&g_lock);
     g_caught.clear();
