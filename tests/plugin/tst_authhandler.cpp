@@ -202,7 +202,7 @@ private slots:
         const auto row = [](const char* how, const char* name, bool goesOn, const char* calls) {
             QTest::newRow(how) << QString(how) << QString(name) << goesOn << QString(calls);
         };
-        row("flag 1", "Cmd", false, "pointer Cmd 1 payload");
+        row("flag", "Cmd", false, "pointer Cmd 1 payload");
         row("entry", "Cmd", true, "entry Cmd payload");
         row("plain", "Cmd", true, "");
         row("host flag", "OpenUserCenter", true, "entry OpenUserCenter payload");
@@ -221,8 +221,8 @@ private slots:
         void* payload = &probe.payload;
         setHandler(&probe);
         bool result = false;
-        if (how.startsWith("flag"))
-            result = probe.prehook(name, how.endsWith('1'), payload);
+        if (how == "flag")
+            result = probe.prehook(name, true, payload);
         else if (how == "entry")
             result = probe.prehook(name, payload);
         else if (how == "plain")

@@ -1,6 +1,7 @@
 // The stand-in host: layered configuration, the profile file and the
-// watchdog of the event loop. The test thread blocks until the watchdog has seen what a
-// row expects, so nothing here depends on how fast the machine is.
+// watchdog of the event loop. The test thread blocks until the watchdog has
+// seen what a row expects, so nothing here depends on how fast the machine
+// is.
 
 #include "kblockingwait.h"
 #include "ktestappdir.h"

@@ -2,8 +2,8 @@
 // simulator beside the executable, loaded through KDeskhiveLib, its account
 // driven by a state file in a temporary folder, its signals connected by
 // signature. In copies of this program run with --probe from folders laid
-// out per case: what the access finds when the library is missing, broken,
-// lacks entry points or answers oddly (the stand-in of fakedeskhive.cpp).
+// out per case: what the access finds when the library is missing, lacks
+// entry points or answers oddly (the stand-in of fakedeskhive.cpp).
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
