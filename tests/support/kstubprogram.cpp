@@ -1,23 +1,12 @@
 #include "kstubprogram.h"
 
-#include <QDeadlineTimer>
+#include "kblockingwait.h"
+#include "ktestappdir.h"
+
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QThread>
 
 #include <algorithm>
-
-namespace {
-
-QByteArray shellQuoted(const QString& text)
-{
-    QByteArray quoted = QFile::encodeName(text);
-    quoted.replace('\'', "'\\''");
-    return '\'' + quoted + '\'';
-}
-
-} // namespace
 
 KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
     : m_path(path)
@@ -25,36 +14,25 @@ KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
 {
     // Each argument ends with a NUL byte; the file appears under its final
     // name only when complete, so a reader never sees half a run.
-    const QByteArray script = "#!/bin/sh\n"
-                              "d=" +
-                              shellQuoted(recordDir) +
-                              "\n"
-                              "t=\"$d/.run-$$\"\n"
-                              ": > \"$t\"\n"
+    QByteArray dir = QFile::encodeName(recordDir).replace('\'', "'\\''");
+    const QByteArray script = "#!/bin/sh\nd='" + dir +
+                              "'\nt=\"$d/.run-$$\"\n: > \"$t\"\n"
                               "for a in \"$@\"; do printf '%s\\0' \"$a\" >> \"$t\"; done\n"
                               "mv \"$t\" \"$d/run-$$\"\n";
-    QFile file(path);
-    m_valid = QDir().mkpath(recordDir) && QDir().mkpath(QFileInfo(path).absolutePath()) &&
-              file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-              file.write(script) == script.size();
-    file.close();
-    m_valid = m_valid && file.setPermissions(file.permissions() | QFile::ExeOwner |
-                                             QFile::ExeGroup | QFile::ExeOther);
+    m_valid = QDir().mkpath(recordDir) && KTestAppDir::write(path, script, true);
 }
 
 QList<QStringList> KStubProgram::calls() const
 {
     QList<QStringList> result;
     const QDir dir(m_recordDir);
-    for (const QString& name : dir.entryList({QStringLiteral("run-*")}, QDir::Files, QDir::Name)) {
+    for (const QString& name : dir.entryList({QStringLiteral("run-*")}, QDir::Files)) {
         QFile file(dir.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        QList<QByteArray> parts = file.readAll().split('\0');
-        parts.removeLast(); // what follows the last terminator
-        QStringList arguments;
-        for (const QByteArray& part : parts)
-            arguments.append(QFile::decodeName(part));
+        const QByteArray run = file.readAll(); // every argument ends with a NUL byte
+        QStringList arguments = QString::fromLocal8Bit(run.constData(), run.size()).split(QChar(0));
+        arguments.removeLast(); // what follows the last terminator
         result.append(arguments);
     }
     return sorted(result);
@@ -62,19 +40,11 @@ QList<QStringList> KStubProgram::calls() const
 
 QList<QStringList> KStubProgram::sorted(QList<QStringList> calls)
 {
-    std::sort(calls.begin(), calls.end(), [](const QStringList& a, const QStringList& b) {
-        return a.join(QChar(0)) < b.join(QChar(0));
-    });
+    std::sort(calls.begin(), calls.end());
     return calls;
 }
 
 bool KStubProgram::waitForCalls(int count, int timeoutMs) const
 {
-    const QDeadlineTimer deadline(timeoutMs);
-    while (calls().size() < count) {
-        if (deadline.hasExpired())
-            return false;
-        QThread::msleep(20);
-    }
-    return true;
+    return blockUntil([&] { return calls().size() >= count; }, timeoutMs, 20);
 }

@@ -1,8 +1,6 @@
 #ifndef KSTUBPROGRAM_H
 #define KSTUBPROGRAM_H
 
-#include <QList>
-#include <QString>
 #include <QStringList>
 
 // A stand-in for a program the code under test starts: a small shell script

@@ -1,7 +1,6 @@
 #include "ktestappdir.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -14,33 +13,21 @@ KTestAppDir::KTestAppDir(const QString& parentDir)
     QDir().mkpath(m_path);
 }
 
-QString KTestAppDir::filePath(const QString& relative) const
-{
-    return QDir(m_path).filePath(relative);
-}
-
 bool KTestAppDir::installExecutable(const QString& name) const
 {
-    const QString source = QDir(QCoreApplication::applicationDirPath()).filePath(name);
-    const QString target = filePath(name);
-    QFile::remove(target);
-    return QFile::copy(source, target) && QFile::setPermissions(target, QFile::permissions(source));
+    QFile build(QDir(QCoreApplication::applicationDirPath()).filePath(name));
+    return build.open(QIODevice::ReadOnly) && writeFile(name, build.readAll(), true);
 }
 
-bool KTestAppDir::writeFile(const QString& relative, const QByteArray& content,
-                            bool executable) const
+bool KTestAppDir::write(const QString& path, const QByteArray& content, bool executable)
 {
-    const QString target = filePath(relative);
-    if (!QDir().mkpath(QFileInfo(target).absolutePath()))
-        return false;
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
+    QFile file(path);
+    if (!QDir().mkpath(QFileInfo(file).absolutePath()) ||
+        !file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
         return false;
     file.close();
-    if (executable)
-        return file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup |
-                                   QFile::ExeOther);
-    return true;
+    return !executable || file.setPermissions(file.permissions() | QFile::ExeOwner |
+                                              QFile::ExeGroup | QFile::ExeOther);
 }
 
 KTestAppDir::Result KTestAppDir::run(const QString& name, const QStringList& args,
@@ -51,14 +38,10 @@ KTestAppDir::Result KTestAppDir::run(const QString& name, const QStringList& arg
     merged.insert(env);
     process.setProcessEnvironment(merged);
     process.start(filePath(name), args);
-    Result result;
-    if (!process.waitForFinished(timeoutMs)) {
-        process.kill();
-        process.waitForFinished();
-    } else if (process.exitStatus() == QProcess::NormalExit) {
-        result.exitCode = process.exitCode();
-    }
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    const bool finished = process.waitForFinished(timeoutMs);
+    if (!finished)
+        process.kill(); // and waits for it when destroyed
+    return {finished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }

@@ -1,9 +1,8 @@
 #ifndef KTESTAPPDIR_H
 #define KTESTAPPDIR_H
 
-#include <QByteArray>
+#include <QDir>
 #include <QProcessEnvironment>
-#include <QString>
 #include <QStringList>
 
 // A temporary application directory. Code that looks beside the running
@@ -25,15 +24,21 @@ public:
     explicit KTestAppDir(const QString& parentDir);
 
     QString path() const { return m_path; }
-    QString filePath(const QString& relative) const;
+    QString filePath(const QString& relative) const { return QDir(m_path).filePath(relative); }
 
     // Copies the executable `name` from the directory of the running test.
     bool installExecutable(const QString& name) const;
     // Writes a file below the directory, creating its folders.
     bool writeFile(const QString& relative, const QByteArray& content,
-                   bool executable = false) const;
+                   bool executable = false) const
+    {
+        return write(filePath(relative), content, executable);
+    }
+    // Writes a file anywhere, creating its folders.
+    static bool write(const QString& path, const QByteArray& content, bool executable = false);
 
-    // Runs an executable of the directory with the test's environment plus env.
+    // Runs an executable of the directory (or any, given its absolute path)
+    // with the test's environment plus env.
     Result run(const QString& name, const QStringList& args = QStringList(),
                const QProcessEnvironment& env = QProcessEnvironment(), int timeoutMs = 30000) const;
 

@@ -1,7 +1,6 @@
 #ifndef KTESTENVIRONMENT_H
 #define KTESTENVIRONMENT_H
 
-#include <QString>
 #include <QTemporaryDir>
 
 // Keeps a suite away from the user's real files: a temporary home with its
@@ -13,10 +12,9 @@ class KTestEnvironment
 public:
     KTestEnvironment();
 
-    bool isValid() const { return m_root.isValid(); }
     QString rootPath() const { return m_root.path(); }
-    QString homePath() const;
-    QString profilePath() const;
+    QString homePath() const { return m_root.filePath(QStringLiteral("home")); }
+    QString profilePath() const { return m_root.filePath(QStringLiteral("profile")); }
 
     // Empties the host's state and its settings stores again (profile
     // directory unchanged).

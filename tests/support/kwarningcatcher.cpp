@@ -1,53 +1,34 @@
 #include "kwarningcatcher.h"
 
 #include <QMutex>
-#include <QMutexLocker>
 
 namespace {
 
 // Warnings may come from any thread (watchdogs, the thread pool).
-QMutex& lock()
-{
-    static QMutex mutex;
-    return mutex;
-}
-
-QStringList& caught()
-{
-    static QStringList list;
-    return list;
-}
-
-void collect(QtMsgType type, const QMessageLogContext&, const QString& message)
-{
-    if (type != QtWarningMsg)
-        return;
-    QMutexLocker locker(&lock());
-    caught().append(message);
-}
+QMutex g_lock;
+QStringList g_caught;
 
 } // namespace
 
 KWarningCatcher::KWarningCatcher()
-    : m_previous(qInstallMessageHandler(collect))
+    : m_previous(qInstallMessageHandler(
+          [](QtMsgType type, const QMessageLogContext&, const QString& message) {
+              const QMutexLocker locker(&g_lock);
+              if (type == QtWarningMsg)
+                  g_caught.append(message);
+          }))
 {
-    clear();
+    const QMutexLocker locker(&g_lock);
+    g_caught.clear();
 }
 
 KWarningCatcher::~KWarningCatcher()
 {
     qInstallMessageHandler(m_previous);
-    clear();
 }
 
 QStringList KWarningCatcher::warnings() const
 {
-    QMutexLocker locker(&lock());
-    return caught();
-}
-
-void KWarningCatcher::clear()
-{
-    QMutexLocker locker(&lock());
-    caught().clear();
+    const QMutexLocker locker(&g_lock);
+    return g_caught;
 }

@@ -2,10 +2,9 @@
 #define KWARNINGCATCHER_H
 
 #include <QStringList>
-#include <QtGlobal>
 
-// Collects the warnings logged while it lives, instead of printing them.
-// Not reentrant: one catcher at a time.
+// Collects the warnings logged while it lives, from any thread, instead of
+// printing them. Not reentrant: one catcher at a time.
 class KWarningCatcher
 {
 public:
@@ -15,7 +14,6 @@ public:
     KWarningCatcher& operator=(const KWarningCatcher&) = delete;
 
     QStringList warnings() const;
-    void clear();
 
 private:
     QtMessageHandler m_previous;

@@ -1,0 +1,256 @@
+// The suite's cloud library as the plug-in reaches it. In this process: the
+// simulator beside the executable, loaded through KDeskhiveLib, its account
+// driven by a state file in a temporary folder, its signals connected by
+// signature. In copies of this program run with --probe from folders laid
+// out per case: what the access finds when the library is missing, lacks
+// entry points or answers oddly (the stand-in of fakedeskhive.cpp).
+
+#include "ktestappdir.h"
+#include "ktestenvironment.h"
+#include "kwarningcatcher.h"
+
+#include "usercenter/kdeskhivelib.h"
+#include "usercenter/knimboclientinstance.h"
+
+#include <deskhive/livestateupdatecache.h>
+#include <deskhive/nimboclient.h>
+
+#include <QSaveFile>
+#include <QtTest>
+
+namespace {
+
+enum class Save { Replace, InPlace, RemoveFirst };
+
+QByteArray signedIn(const QByteArray& name, const QByteArray& more = QByteArray())
+{
+    return "{\"IsLogined\": true, \"Id\": \"id-" + name + "\", \"Name\": \"" + name + '"' + more +
+           '}';
+}
+
+// The account as the plug-in sees it: signed in, name, id, avatar, company.
+QString account()
+{
+    const Json::Value info = KNimboClientInstance::userInfo();
+    QStringList parts{KNimboClientInstance::isLogined() ? "in" : "out"};
+    for (const char* key : {"Name", "Id", "UserAvatarImagePath"})
+        parts << QString::fromStdString(info[key].asString());
+    return parts.join('|') + (info["IsCompanyAccount"].asBool() ? "|company" : "|");
+}
+
+// What a copy of this program finds beside itself, on one line: whether
+// the library is loaded and whether each entry point (dispatch, client,
+// cache, controller) gives an object, whether someone is signed in, and the
+// address given for url.
+int probe(const QString& url)
+{
+    const KDeskhiveLib& lib = *KDeskhiveLib::instance();
+    QTextStream(stdout) << lib.isLoaded() << !!lib.localPushMessageDispatchInstance()
+                        << !!lib.nimboClientInstance() << !!lib.liveStateUpdateCacheInstance()
+                        << !!lib.deskhivePluginController() << ' '
+                        << KNimboClientInstance::isLogined() << ' '
+                        << KNimboClientInstance::getAutoLoginUrl(url) << '\n';
+    return 0;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Save)
+
+class TestDeskhive : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    QString m_statePath = m_env.rootPath() + "/state.json";
+    INimboClient* m_client = nullptr;
+
+    // Saves content and returns once the simulator has looked at the file.
+    bool save(const QByteArray& content, Save how = Save::Replace)
+    {
+        QSignalSpy read(m_client, SIGNAL(stateFileRead()));
+        if (how == Save::RemoveFirst && QFile::exists(m_statePath) && !QFile::remove(m_statePath))
+            return false;
+        QSaveFile replacing(m_statePath);
+        QFile inPlace(m_statePath);
+        QFileDevice& file = how == Save::Replace ? static_cast<QFileDevice&>(replacing) : inPlace;
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+            file.write(content) != content.size() || (how == Save::Replace && !replacing.commit()))
+            return false;
+        inPlace.close();
+        return read.wait(5000);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        qputenv("DESKHIVE_STATE", m_statePath.toUtf8());
+        m_client = KDeskhiveLib::instance()->nimboClientInstance();
+        QVERIFY2(m_client, qPrintable(KDeskhiveLib::instance()->errorString()));
+        QCOMPARE(account(), QString("out||||"));
+    }
+
+    // library: the one to copy to addons/deskhive, "-" for no such folder.
+    // account: the simulator's state file beside it, or the stand-in
+    // client's user information, whose wrapped address is wrapReply.
+    // expected starts the probe's answer; "URL": the address it asks for.
+    void layouts_data()
+    {
+        QTest::addColumn<QString>("library");
+        QTest::addColumn<QByteArray>("account");
+        QTest::addColumn<QString>("wrapReply");
+        QTest::addColumn<QString>("expected");
+
+        const auto row = [](const char* tag, const QString& library, const QByteArray& account,
+                            const char* wrapReply, const QString& expected) {
+            QTest::newRow(tag) << library << account << QString(wrapReply) << expected;
+        };
+        const QString simulator =
+            QCoreApplication::applicationDirPath() + "/addons/deskhive/libdeskhive.so";
+        const QString fake = FAKE_DESKHIVE;
+        const QByteArray in = R"({"IsLogined": true})";
+        const char* wrap = "https://wrapped.example/?t=1";
+        row("no addons/deskhive folder", "-", in, wrap, "00000 0 URL");
+        row("simulator, state beside it", simulator, signedIn("Ada"), "",
+            "11111 1 https://account.zentooffice.example/autologin?token=");
+        row("signed in", fake, in, wrap, "10100 1 https://wrapped.example/?t=1");
+        row("signed in, empty wrapped address", fake, in, "", "10100 1 URL");
+        row("no IsLogined", fake, R"({"Name": "F"})", wrap, "10100 0 URL");
+        row("empty object", fake, "{}", wrap, "10100 0 URL");
+        row("IsLogined as text", fake, R"({"IsLogined": "true"})", wrap, "10100 0 URL");
+    }
+
+    void layouts()
+    {
+        QFETCH(QString, library);
+        QFETCH(QByteArray, account);
+        QFETCH(QString, wrapReply);
+        QFETCH(QString, expected);
+
+        const KTestAppDir app(m_env.rootPath());
+        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+        QFile file(library);
+        QVERIFY(app.installExecutable(self));
+        if (library != "-")
+            QVERIFY(file.open(QIODevice::ReadOnly) &&
+                    app.writeFile("addons/deskhive/libdeskhive.so", file.readAll()) &&
+                    app.writeFile("addons/deskhive/state.json", account));
+        QProcessEnvironment env;
+        env.insert("DESKHIVE_STATE", ""); // the state file beside the library
+        env.insert("FAKE_NIMBO_USERINFO", account);
+        env.insert("FAKE_NIMBO_AUTOLOGIN", wrapReply);
+        const QString url = "https://jump.example/personal?x=1";
+        const QString out = app.run(self, {"--probe", url}, env).out;
+        expected.replace("URL", url);
+        QCOMPARE(out.left(expected.size()), expected);
+    }
+
+    // Each row saves before, then after, and sees what the simulator made
+    // of after: the account, the signals raised (":argument" for the one
+    // that has one) and the warnings (each naming the state file).
+    void stateFile_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<QString>("user"); // as account() gives it; "@": the state file's folder
+        QTest::addColumn<QString>("raised");
+        QTest::addColumn<QStringList>("warnings");
+        QTest::addColumn<Save>("first");
+        QTest::addColumn<Save>("second");
+
+        const auto row = [](const QByteArray& tag, const QByteArray& before,
+                            const QByteArray& after, const char* user, const char* raised,
+                            const QStringList& warnings = {}, Save first = Save::Replace,
+                            Save second = Save::Replace) {
+            QTest::newRow(tag.constData()) << before << after << QString(user) << QString(raised)
+                                           << warnings << first << second;
+        };
+        const QByteArray out = R"({"IsLogined": false})", ada = signedIn("Ada");
+        const char* both = "LoginStatusChange, UserInfoChange";
+        const char* adaUser = "in|Ada|id-Ada||";
+        row("sign in", out,
+            signedIn("Ada", R"(, "UserAvatarImagePath": "/a", "IsCompanyAccount": true)"),
+            "in|Ada|id-Ada|/a|company", both);
+        row("relative avatar", ada, signedIn("Ada", R"(, "UserAvatarImagePath": "b/../a.png")"),
+            "in|Ada|id-Ada|@/a.png|", "UserInfoChange");
+        row("other user", ada, signedIn("Zoë 张"), "in|Zoë 张|id-Zoë 张||", "UserInfoChange");
+        row("sign out keeps no user", ada,
+            R"({"IsLogined": false, "Name": "A", "IsCompanyAccount": true})", "out||||", both);
+        row("signed out, other leftovers", out, R"({"IsLogined": false, "Name": "Gone"})",
+            "out||||", "");
+        row("same account, other layout", ada, "\n  " + ada + "\n", adaUser, "");
+        row("flag as text", ada, R"({"IsLogined": "true"})", "out||||", both);
+        row("malformed", ada, R"({"IsLogined": true,)", "out||||", both, {"is not valid JSON"});
+        row("array", ada, "[1]", "out||||", both, {"not hold a JSON object"});
+        row("deep nesting", ada, QByteArray(5000, '['), "out||||", both, {"is not valid JSON"});
+        const auto emitting = [](const QByteArray& name, const QByteArray& request) {
+            return signedIn(name, ", \"emit\": [\"" + request + "\"]");
+        };
+        const QByteArray launch = emitting("Ada", "failedToLaunchCloudsvrProcess");
+        row("launch failure", ada, launch, adaUser, "failedToLaunchCloudsvrProcess");
+        row("service exit", ada, emitting("Ada", "cloudsvrExitWithErrors:code: 7"), adaUser,
+            "cloudsvrExitWithErrors:code: 7");
+        row("ipc error", ada, emitting("Ada", "occurIpcErrorsWhenGetUserInf"), adaUser,
+            "occurIpcErrorsWhenGetUserInf");
+        row("no signal names", ada, signedIn("Ada", R"(, "emit": [5, "nope"])"), adaUser, "",
+            {"not a signal name", "no signal \"nope\""});
+        row("request again, same content", launch, launch, adaUser, "", {}, Save::Replace,
+            Save::InPlace);
+        row("request again, new content", launch, emitting("Bob", "failedToLaunchCloudsvrProcess"),
+            "in|Bob|id-Bob||", "UserInfoChange, failedToLaunchCloudsvrProcess");
+        // However an editor saves, the next save is seen.
+        const QList<QPair<Save, QByteArray>> ways = {
+            {Save::Replace, "replace"}, {Save::InPlace, "in place"}, {Save::RemoveFirst, "remove"}};
+        for (const auto& first : ways) {
+            for (const auto& second : ways)
+                row(first.second + ", then " + second.second, signedIn("First"), signedIn("Second"),
+                    "in|Second|id-Second||", "UserInfoChange", {}, first.first, second.first);
+        }
+    }
+
+    void stateFile()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QFETCH(QString, user);
+        QFETCH(QString, raised);
+        QFETCH(QStringList, warnings);
+        QFETCH(Save, first);
+        QFETCH(Save, second);
+
+        QVERIFY(save(before, first));
+        QObject* cache = KDeskhiveLib::instance()->liveStateUpdateCacheInstance();
+        QSignalSpy login(m_client, SIGNAL(LoginStatusChange()));
+        QSignalSpy info(m_client, SIGNAL(UserInfoChange()));
+        QSignalSpy launch(m_client, SIGNAL(failedToLaunchCloudsvrProcess()));
+        QSignalSpy exit(m_client, SIGNAL(cloudsvrExitWithErrors(QString)));
+        QSignalSpy ipc(cache, SIGNAL(occurIpcErrorsWhenGetUserInf()));
+        QSignalSpy rpc(cache, SIGNAL(occurRpcErrorsWhenGetUserInf()));
+        KWarningCatcher catcher;
+        QVERIFY(save(after, second));
+        QStringList seen;
+        for (QSignalSpy* spy : {&login, &info, &launch, &exit, &ipc, &rpc}) {
+            for (const QList<QVariant>& arguments : *spy)
+                seen << QString(spy->signal()).section('(', 0, 0) +
+                            (arguments.isEmpty() ? "" : ':' + arguments[0].toString());
+        }
+        QCOMPARE(seen.join(", "), raised);
+        QCOMPARE(account(), user.replace('@', m_env.rootPath()));
+        const QStringList caught = catcher.warnings();
+        QCOMPARE(caught.size(), warnings.size());
+        for (int i = 0; i < caught.size(); ++i)
+            QVERIFY2(caught[i].contains(warnings[i]) && caught[i].contains(m_statePath),
+                     qPrintable(caught[i]));
+    }
+};
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--probe") == 0)
+        return probe(QString::fromUtf8(argv[2]));
+    TestDeskhive test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_deskhive.moc"
