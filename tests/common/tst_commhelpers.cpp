@@ -1,0 +1,544 @@
+// The helpers a test process can check about itself: string and path
+// helpers, the directory tree with its two user-data roots and the icon
+// cache, the settings-store accessors with their fallback and fixed answers,
+// the per-directory list of files marked for roaming, and typed reads out
+// of JSON replies.
+
+#include "kcommtest.h"
+#include "ktestenvironment.h"
+
+#include "common/commpaths.h"
+#include "common/commstores.h"
+#include "common/commstrings.h"
+#include "common/qcommjson.h"
+#include "common/qcommmanualroaming.h"
+#include "common/qcommpaths.h"
+#include "common/qcommstores.h"
+
+#include <json/json.h>
+#include <vexlite/hostcontrol.h>
+#include <vexlite/khksoftwaresettings.h>
+
+#include <functional>
+#include <limits>
+#include <sstream>
+
+using Builder = std::function<Comm::WideString()>;
+Q_DECLARE_METATYPE(Builder)
+Q_DECLARE_METATYPE(Json::Value)
+
+namespace {
+
+using ull = unsigned long long;
+constexpr ull kMax = std::numeric_limits<ull>::max();
+const auto kUser = KHKSoftwareSettings::CurrentUser;
+const auto kMachine = KHKSoftwareSettings::LocalMachine;
+
+QString q(const Comm::WideString& text)
+{
+    return QString::fromStdU16String(text);
+}
+
+QSettings raw(KHKSoftwareSettings::HKEY root = kUser)
+{
+    return QSettings(KHKSoftwareSettings::storeFileName(root), QSettings::IniFormat);
+}
+
+// The roaming list of dir, read and written as the helpers do.
+struct RoamingList : QSettings
+{
+    explicit RoamingList(const QString& dir)
+        : QSettings(dir + "/manualroaming.ini", IniFormat)
+    {
+        setIniCodec("UTF-8");
+        beginGroup("file");
+    }
+};
+
+Json::Value parse(const char* text)
+{
+    Json::Value value;
+    std::istringstream in(text);
+    std::string errors;
+    if (!Json::parseFromStream(Json::CharReaderBuilder(), in, &value, &errors))
+        qFatal("bad test JSON %s: %s", text, errors.c_str());
+    return value;
+}
+
+} // namespace
+
+class TestCommHelpers : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    // The parent of the suite's application-data location: XDG_DATA_HOME.
+    const QString m_root = m_env.homePath() + "/.local/share";
+
+private slots:
+    void init()
+    {
+        m_env.resetHost();
+        for (const char* top : {"nimbo", "Zento Cloud Files", "office6"})
+            QDir(m_root + '/' + top).removeRecursively();
+    }
+
+    // --- strings --------------------------------------------------------
+
+    void pathStrings_data()
+    {
+        addColumns<QString, QString, QString>({"path", "cut", "name"}); // cut: pathRemoveFileSpec
+        addRow("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
+        addRow("trailing separator", "/a/b/", "/a/b", "");
+        addRow("bare name", "file.txt", "", "file.txt");
+        addRow("top-level entry", "/a", "", "a");
+        addRow("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
+        addRow("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
+    }
+
+    void pathStrings()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, cut);
+        QFETCH(QString, name);
+        QCOMPARE(q(Comm::getFileName(path.utf16())), name);
+        Comm::WideString wide = path.toStdU16String();
+        Comm::pathRemoveFileSpec(wide);
+        QCOMPARE(q(wide), cut);
+    }
+
+    void textStrings_data()
+    {
+        // trimmed: only U+0020 counts
+        addColumns<QString, QString, QString, QString, QString>(
+            {"text", "from", "to", "replaced", "trimmed"});
+        addRow("inserted text not searched", "aa", "a", "aa", "aaaa", "aa");
+        addRow("removal, both ends", "  a-b  c ", "-", "", "  ab  c ", "a-b  c");
+        addRow("no overlap", "aaa", "aa", "b", "ba", "aaa");
+        addRow("match around the insertion", "aabb", "ab", "", "ab", "aabb");
+        addRow("case-sensitive, tab", " \tx X\n ", "x", "y", " \ty X\n ", "\tx X\n");
+        addRow("longer than the text", "    ", "abcde", "x", "    ", "");
+        addRow("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
+    }
+
+    void textStrings()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, replaced);
+        QFETCH(QString, trimmed);
+        Comm::WideString wide = text.toStdU16String();
+        QCOMPARE(q(Comm::Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
+        QCOMPARE(q(Comm::trimSpace(wide)), trimmed);
+        QCOMPARE(q(wide), trimmed); // in place, too
+    }
+
+    // --- locations ------------------------------------------------------
+
+    // First of the slots that reach the roots: only the first call creates them.
+    void userDataRootsAreKeptForTheProcess()
+    {
+        QString oldRoot, newRoot, oldAgain, newAgain;
+        QComm::getUserDataRootPath(oldRoot, newRoot);
+        QCOMPARE(oldRoot + '|' + newRoot,
+                 m_root + "/office6/Deskhive|" + m_root + "/Zento Cloud Files/userdata");
+        QVERIFY(QFileInfo(oldRoot).isDir() && QFileInfo(newRoot).isDir());
+        init();
+        QComm::getUserDataRootPath(oldAgain, newAgain);
+        QCOMPARE(oldAgain + '|' + newAgain, oldRoot + '|' + newRoot);
+        QVERIFY(!QFileInfo::exists(oldRoot) && !QFileInfo::exists(newRoot));
+    }
+
+    void tree_data()
+    {
+        addColumns<Builder, QString>({"build", "relative"});
+        using namespace Comm;
+        addRow("app data", Builder(getAppdataPath), "");
+        addRow("local app data", Builder(getLocalAppdataPath), "");
+        addRow("nimbo", Builder(getNimboAppdataPath), "/nimbo");
+        addRow("cloud files", Builder(std::bind(getNimboLocalAppdataPath, true)),
+               "/Zento Cloud Files");
+        addRow("userdata", Builder(std::bind(getNimboUserDataRootPath, false)),
+               "/Zento Cloud Files/userdata");
+        addRow("update", Builder(getNimboUpdateRootPath), "/Zento Cloud Files/update");
+        addRow("resource", Builder(getNimboResourcePath), "/Zento Cloud Files/resource");
+        addRow("Deskhive", Builder(getDeskhivePath), "/office6/Deskhive");
+        addRow("log", Builder(getLogPath), "/office6/Deskhive/log");
+        addRow("dump", Builder(getDumpPath), "/office6/Deskhive/dump");
+    }
+
+    void tree()
+    {
+        QFETCH(Builder, build);
+        QFETCH(QString, relative);
+        QCOMPARE(q(build()), m_root + relative);
+        // Every level exists, and nothing beside the path was made.
+        QString level = m_root;
+        for (const QString& piece : relative.split('/', Qt::SkipEmptyParts)) {
+            QCOMPARE(QDir(level).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{piece});
+            level += '/' + piece;
+        }
+        QCOMPARE(q(build()), m_root + relative); // and again with the tree in place
+        QVERIFY(Comm::getNimboPath().empty());
+    }
+
+    void makeDirectories_data()
+    {
+        addColumns<bool, QString, bool>({"qtLayer", "relative", "expected"});
+        for (const bool qt : {false, true}) {
+            const char* layer = qt ? "QComm" : "Comm";
+            QTest::addRow("%s: new nested", layer) << qt << QString("new/a/新") << true;
+            QTest::addRow("%s: exists", layer) << qt << QString("home") << true;
+            QTest::addRow("%s: below a file", layer) << qt << QString("file/sub") << false;
+            QTest::addRow("%s: empty", layer) << qt << QString() << false;
+        }
+    }
+
+    void makeDirectories()
+    {
+        QFETCH(bool, qtLayer);
+        QFETCH(QString, relative);
+        QFETCH(bool, expected);
+        QFile(m_env.rootPath() + "/file").open(QIODevice::WriteOnly);
+        const QString path = relative.isEmpty() ? QString() : m_env.rootPath() + '/' + relative;
+        QCOMPARE(qtLayer ? QComm::makeDeepPath(path)
+                         : Comm::createDeepDirectory(path.toStdU16String()),
+                 expected);
+        QCOMPARE(QFileInfo(path).isDir(), expected);
+        QCOMPARE(Comm::fileExists(path.utf16()), expected);
+        QVERIFY(Comm::fileExists((m_env.rootPath() + "/file").utf16()));
+        QVERIFY(!Comm::fileExists(nullptr) && Comm::getFileName(nullptr).empty());
+    }
+
+    void newUserData_data()
+    {
+        addColumns<QVariant, QString, bool>({"marker", "version", "expected"});
+        const QVariant one(1);
+        addRow("last old version", one, "9.1.0.4817", false);
+        addRow("next build", one, "9.1.0.4818", true);
+        addRow("next minor", one, "9.2.0.0", true);
+        addRow("next major, marker as text", QVariant("1"), "10.0.0.0", true);
+        addRow("older, higher later parts", one, "9.0.9999.9999", false);
+        addRow("three parts", one, "9.1.0", false);
+        addRow("five parts", one, "9.1.0.4818.1", false);
+        addRow("empty part counts as 0", one, "9.2..0", true);
+        addRow("unknown version: 8.1.0.X", one, "0.0.0.0", false);
+        addRow("marker 2", QVariant(2), "10.0.0.0", false);
+        addRow("no marker", QVariant(), "10.0.0.0", false);
+    }
+
+    void newUserData()
+    {
+        QFETCH(QVariant, marker);
+        QFETCH(QString, version);
+        QFETCH(bool, expected);
+        if (marker.isValid())
+            QComm::writeNimboUserInfoRegValue("zentocloudfiles", marker);
+        krt::hostcontrol::setVersion(version);
+        QCOMPARE(QComm::isNewUserData(), expected);
+        // The layout decides where the icon cache lives, and nothing else.
+        const QString iconCache = QComm::getNimboIconCachePath();
+        QCOMPARE(iconCache, QDir::toNativeSeparators(
+                                m_root + (expected ? "/Zento Cloud Files/resource/iconcache"
+                                                   : "/nimbo/resource/iconcache")));
+        QVERIFY(QFileInfo(iconCache).isDir());
+    }
+
+    void inUserDataRoot_data()
+    {
+        addColumns<QString, bool>({"path", "expected"}); // %R: the application-data root
+        addRow("below the new root", "%R/Zento Cloud Files/userdata/u1/a.docx", true);
+        addRow("other letter case", "%R/zento cloud files/USERDATA/a", true);
+        addRow("new root itself", "%R/Zento Cloud Files/userdata", false);
+        addRow("sibling of the new root", "%R/Zento Cloud Files/userdata2/a", false);
+        addRow("contained, not at the start", "/x%R/Zento Cloud Files/userdata/a", true);
+        addRow("below the old root", "%R/office6/Deskhive/log/x.log", true);
+        addRow("sibling of the old root", "%R/office6/DeskhiveOld/x", false);
+    }
+
+    void inUserDataRoot()
+    {
+        QFETCH(QString, path);
+        QFETCH(bool, expected);
+        QCOMPARE(QComm::isInUserDataRootPath(path.replace("%R", m_root)), expected);
+    }
+
+    // --- settings stores ------------------------------------------------
+
+    void storesKeepTheirKeyPaths()
+    {
+        using namespace QComm;
+        writeNimboRegValue("k", "1");
+        writeNimboRegValue("a/b", "k", "2");
+        writeNimboUserInfoRegValue("k", "3");
+        writeZentoCommonRegValue("k", "4");
+        writeDeskhiveRegValue("k", "5");
+        writeDeskhiveRegValue("g", "k", "6");
+        writeNimboCloudDiskRegValue("k", "7");
+        writeNimboNseRegValue("k", "8");
+        raw().setValue("Corvane/nimbo/k", 9);
+        // Machine-wide values that the stores without a fallback must not see.
+        raw(kMachine).setValue("Corvane/ZentoCloud/m", "x");
+        raw(kMachine).setValue("Corvane/ZentoCloud/userinfo/m", "x");
+        QCOMPARE(readNimboRegValue("k", "") + readNimboRegValue("a/b", "k", "") +
+                     readNimboUserInfoRegValue("k", "") + readZentoCommonRegValue("k", "") +
+                     readDeskhiveRegValue("k", "") + readDeskhiveRegValue("g", "k", "") +
+                     readNimboCloudDiskRegValue("k", "") + readNimboNseRegValue("k", "") +
+                     readOldNimboRegValue("k", "") + readNimboRegValue("m", "") +
+                     readNimboUserInfoRegValue("m", ""),
+                 QString("123456789"));
+        QStringList keys = raw().allKeys();
+        keys.sort();
+        QCOMPARE(keys.join(' ').remove("Corvane/"),
+                 QString("Office/6.0/Common/k Office/6.0/plugins/deskhive/g/k "
+                         "Office/6.0/plugins/deskhive/k ZentoCloud/Nse/k ZentoCloud/a/b/k "
+                         "ZentoCloud/clouddisk/k ZentoCloud/k ZentoCloud/userinfo/k nimbo/k"));
+        QCOMPARE(makeIniKey("a", "b") + makeIniKey("", "k"), QString("/a/b//k"));
+    }
+
+    // The suite-common and plug-in stores (both forms) read per user first;
+    // every read is text.
+    void machineFallback_data()
+    {
+        addColumns<QVariant, QVariant, QVariant, QString>(
+            {"perUser", "machineWide", "defaultValue", "expected"});
+        const QVariant none;
+        addRow("neither: default", none, none, QVariant("x"), "x");
+        addRow("integer default", none, none, QVariant(0), "0");
+        addRow("machine only, empty default", none, QVariant(7), QVariant(""), "7");
+        addRow("machine only, default hides it", none, QVariant("v"), QVariant("x"), "x");
+        addRow("per user wins", QVariant(true), QVariant("m"), none, "true");
+        addRow("empty per-user text defers", QVariant(""), QVariant("m"), QVariant("x"), "m");
+        addRow("both empty", QVariant(""), QVariant(""), QVariant("x"), "");
+    }
+
+    void machineFallback()
+    {
+        QFETCH(QVariant, perUser);
+        QFETCH(QVariant, machineWide);
+        QFETCH(QVariant, defaultValue);
+        QFETCH(QString, expected);
+        for (const char* path : {"Common", "plugins/deskhive", "plugins/deskhive/g"}) {
+            for (const auto& [root, value] :
+                 {std::pair(kUser, perUser), std::pair(kMachine, machineWide)})
+                if (value.isValid())
+                    raw(root).setValue(QString("Corvane/Office/6.0/%1/k").arg(path), value);
+        }
+        QCOMPARE(QComm::readZentoCommonRegValue("k", defaultValue), expected);
+        QCOMPARE(QComm::readDeskhiveRegValue("k", defaultValue), expected);
+        QCOMPARE(QComm::readDeskhiveRegValue("g", "k", defaultValue), expected);
+    }
+
+    void removeUsesTheNativeFileOfThePath()
+    {
+        QComm::writeNimboUserInfoRegValue("userid", "12345");
+        QSettings native("Corvane\\ZentoCloud\\userinfo", QSettings::NativeFormat);
+        native.setValue("userid", "99");
+        native.setValue("other", "kept");
+        native.sync();
+        QComm::removeNimboUserInfoRegValue("userid");
+        // The store keeps its value; only the native file lost the key.
+        QCOMPARE(QComm::readNimboUserInfoRegValue("userid", ""), QString("12345"));
+        QCOMPARE(native.allKeys(), QStringList{"other"});
+        QCOMPARE(QFileInfo(native.fileName()).absolutePath(), QDir::currentPath());
+    }
+
+    void wideAccessors()
+    {
+        // The raw registry functions are inert, with fixed answers.
+        QCOMPARE(Comm::readRegNumValue(kUser, u"p", u"n", 7u), 0u); // deliberately not 7
+        QCOMPARE(Comm::readRegNumValue(kUser, u"", u"n", 7u), 7u);
+        QCOMPARE(Comm::readRegNumValue(kUser, u"p", u"", 7u), 7u);
+        QVERIFY(Comm::readRegStrValue(kMachine, u"p", u"n", u"dflt") == u"dflt");
+        QVERIFY(!Comm::writeRegStrValue(kUser, u"p", u"n", u"x"));
+        QVERIFY(!Comm::writeRegNumValue(kUser, u"p", u"n", 1u));
+        QVERIFY(!QFileInfo::exists(raw().fileName()));
+        QCOMPARE(Comm::getVersionNetwork(-3), -3);
+        std::u16string version = u"v", channel = u"c";
+        Comm::getZentoVersionAndChannel(version, channel);
+        QVERIFY(version == u"v" && channel == u"c");
+        QVERIFY(Comm::checkIsSupportThriftIpc() && !Comm::checkIsSupportNimboNse());
+
+        Comm::writeNimboUserInfoRegValue(u"zentocloudfiles", 1u);
+        Comm::writeNimboUserInfoRegValue(u"name", u"张三");
+        QCOMPARE(Comm::readNimboUserInfoRegValue(u"zentocloudfiles", 0u), 1);
+        QCOMPARE(Comm::readNimboUserInfoRegValue(u"missing", 5u), 5);
+        QVERIFY(Comm::readNimboUserInfoRegValue(u"name", u"") == u"张三");
+        QVERIFY(Comm::readNimboUserInfoRegValue(u"missing", u"d") == u"d");
+        QCOMPARE(QComm::readNimboUserInfoRegValue("name", ""), QString("张三")); // the same store
+    }
+
+    // --- manual roaming list --------------------------------------------
+
+    void roamingRoundTrip_data()
+    {
+        addColumns<QString, QString>({"path", "key"});
+        addRow("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
+        addRow("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
+        // Keys with "/" and "+": the INI file must not split them into groups.
+        addRow("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
+        addRow("INI syntax in the path", "/x/[f] a=b;c#d", "L3gvW2ZdIGE9YjtjI2Q=");
+    }
+
+    void roamingRoundTrip()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, key);
+        const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
+        QVERIFY(QDir().mkpath(dir));
+        const uint before = QDateTime::currentDateTimeUtc().toSecsSinceEpoch();
+        QComm::addManualRoamingFiles(dir, path);
+        QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList{path});
+        QCOMPARE(RoamingList(dir).allKeys(), QStringList{key});
+        QVERIFY(RoamingList(dir).value(key).toUInt() >= before);
+        QComm::delManualRoamingFiles(dir, path);
+        QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList());
+    }
+
+    // Edits keep the other entries; the reader skips keys it cannot use.
+    void roamingEdits()
+    {
+        const QString dir = m_env.rootPath() + "/list-edits";
+        {
+            RoamingList list(dir);
+            for (const char* key : {"L2E=", "L2I=", "L2M="}) // "/a", "/b", "/c"
+                list.setValue(key, 1000);
+            list.setValue("L2M", 2);      // "/c" again, without padding
+            list.setValue("!!!", 3);      // decodes to nothing
+            list.setValue("AA==", 4);     // a zero byte only
+            list.setValue("L2VmAGdo", 5); // "/ef", cut at its zero byte
+            list.endGroup();
+            list.setValue("other/ZA==", 6); // "d", outside the group
+        }
+        QComm::addManualRoamingFiles(dir, "/a"); // marked again: a new time
+        QComm::delManualRoamingFiles(dir, "/never-added");
+        QComm::delManualRoamingFiles(dir, "/b");
+        QComm::addManualRoamingFiles(dir, QString::fromUtf16(u"/d\0e", 4)); // up to the zero
+        QStringList files = QComm::getManualRoamingFiles(dir);
+        files.sort();
+        QCOMPARE(files, QStringList({"/a", "/c", "/d", "/ef"}));
+        QVERIFY(RoamingList(dir).value("L2E=").toUInt() > 1000u);
+        QCOMPARE(RoamingList(dir).value("L2M=").toUInt(), 1000u);
+    }
+
+    void roamingListMissingOrUnusable()
+    {
+        const QString dir = m_env.rootPath() + "/list-missing";
+        QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList());
+        QVERIFY(QDir().mkpath(dir + "/manualroaming.ini")); // not a file
+        QComm::addManualRoamingFiles(dir, "/a");
+        QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList());
+        // No directory, no list: nothing is written anywhere.
+        QComm::addManualRoamingFiles("", "/a");
+        QComm::delManualRoamingFiles("", "/a");
+        QCOMPARE(QComm::getManualRoamingFiles(""), QStringList());
+        QVERIFY(!QFileInfo::exists("manualroaming.ini") &&
+                !QFileInfo::exists("/manualroaming.ini"));
+    }
+
+    // --- JSON values ----------------------------------------------------
+
+    // jsonValue2String, and jsonValue2uint64 with the default 77.
+    void jsonValues_data()
+    {
+        addColumns<Json::Value, QString, ull>({"value", "text", "number"});
+        addRow("null", Json::Value(), "dflt", 77ull);
+        addRow("negative int", Json::Value(-1), "-1", kMax);
+        addRow("int64 min", Json::Value(Json::Int64(std::numeric_limits<qint64>::min())),
+               "-9223372036854775808", 9223372036854775808ull);
+        addRow("uint64 max", Json::Value(Json::UInt64(kMax)), "18446744073709551615", kMax);
+        addRow("real 0.1", Json::Value(0.1), "0.1", 0ull);
+        addRow("real, six significant digits", Json::Value(1234567.8), "1.23457e+06", 1234567ull);
+        addRow("real, whole", Json::Value(2.0), "2", 2ull);
+        addRow("negative real toward zero", Json::Value(-3.9), "-3.9", ull(-3));
+        addRow("real 1e19, unsigned range", Json::Value(1e19), "1e+19", 10000000000000000000ull);
+        addRow("real beyond 64 bits saturates", Json::Value(1e30), "1e+30", kMax);
+        addRow("string", Json::Value("42"), "42", 42ull);
+        addRow("string, non-ASCII", Json::Value("hé 世界"), "hé 世界", 0ull);
+        addRow("empty string is not the default", Json::Value(""), "", 0ull);
+        addRow("string overflow", Json::Value("18446744073709551616"), "18446744073709551616",
+               0ull);
+        addRow("string negative", Json::Value("-1"), "-1", 0ull);
+        addRow("false", Json::Value(false), "false", 77ull);
+        addRow("array", parse("[1, 2]"), "dflt", 77ull);
+        addRow("object, compact with line end", parse(R"({ "b": "x", "a": 1 })"),
+               "{\"a\":1,\"b\":\"x\"}\n", 77ull);
+    }
+
+    void jsonValues()
+    {
+        QFETCH(Json::Value, value);
+        QFETCH(QString, text);
+        QFETCH(ull, number);
+        QCOMPARE(QComm::jsonValue2String(value, "dflt"), text);
+        QCOMPARE(QComm::jsonValue2StdString(value, "dflt"), text.toStdString());
+        QCOMPARE(QComm::jsonValue2uint64(value, 77), number);
+        QCOMPARE(QComm::toByteArray("é世"), QByteArray("\xc3\xa9\xe4\xb8\x96"));
+    }
+
+    // Members by key, defaults "dflt", 9 and false or true; the expected
+    // results of jsonObject2String, jsonGetString, jsonObject2Unint64 and
+    // jsonGetBool (both defaults), joined by spaces.
+    void jsonMembers_data()
+    {
+        addColumns<Json::Value, QString, QString>({"object", "key", "expected"});
+        const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "n": 5, "big": 1234567.0,
+            "IsLogined": true, "off": false, "nil": null, "list": [1], "obj": { "k": "v" },
+            "名字": "张三" })");
+        addRow("text", user, "Name", "Ann Ann 0 false true");
+        addRow("numeric text", user, "Id", "12 12 12 false true");
+        addRow("integer", user, "n", "5 5 5 true true");
+        addRow("real: jsonGetString has the library format it", user, "big",
+               "1.23457e+06 1234567.0 1234567 true true");
+        addRow("true", user, "IsLogined", "true true 9 true true");
+        addRow("false", user, "off", "false false 9 false false");
+        addRow("null member: the library's reading", user, "nil", "dflt  9 false false");
+        addRow("array member", user, "list", "dflt dflt 9 false true");
+        addRow("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
+        addRow("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
+        addRow("non-ASCII key", user, "名字", "张三 张三 0 false true");
+        addRow("null container", Json::Value(), "Name", "dflt dflt 9 false true");
+        addRow("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
+        addRow("text container", Json::Value("Name"), "Name", "dflt dflt 9 false true");
+    }
+
+    void jsonMembers()
+    {
+        QFETCH(Json::Value, object);
+        QFETCH(QString, key);
+        QFETCH(QString, expected);
+        const auto text = [](bool value) { return value ? "true" : "false"; };
+        QCOMPARE(QStringList({QComm::jsonObject2String(object, key, "dflt"),
+                              QComm::jsonGetString(object, key, "dflt"),
+                              QString::number(QComm::jsonObject2Unint64(object, key, 9)),
+                              text(QComm::jsonGetBool(object, key, false)),
+                              text(QComm::jsonGetBool(object, key, true))})
+                     .join(' '),
+                 expected);
+    }
+
+    void jsonArrayElements_data()
+    {
+        addColumns<Json::Value, uint, QString>({"array", "index", "expected"});
+        const Json::Value list = parse(R"([1, "a", null, 0.25, {"k": 1}, [2]])");
+        addRow("number", list, 0u, "1");
+        addRow("null element", list, 2u, "dflt");
+        addRow("real", list, 3u, "0.25");
+        addRow("object element", list, 4u, "{\"k\":1}\n");
+        addRow("array element", list, 5u, "dflt");
+        addRow("past the end", list, 6u, "dflt");
+        addRow("object, not an array", parse(R"({"0": "x"})"), 0u, "dflt");
+    }
+
+    void jsonArrayElements()
+    {
+        QFETCH(Json::Value, array);
+        QFETCH(uint, index);
+        QFETCH(QString, expected);
+        QCOMPARE(QComm::jsonArray2String(array, index, "dflt"), expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCommHelpers)
+#include "tst_commhelpers.moc"
