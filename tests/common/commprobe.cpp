@@ -20,8 +20,6 @@
 #include <QThreadPool>
 
 #include <cstdio>
-#include <cstring>
-#include <memory>
 #include <optional>
 
 namespace {
@@ -31,12 +29,13 @@ QString text(bool value)
     return value ? "true" : "false";
 }
 
-// The four lists, each joined as it was stored, in the order zento, tabix,
-// slidex, pdf.
-QString joined(const QStringList& zento, const QStringList& tabix, const QStringList& slidex,
-               const QStringList& pdf)
+// The four lists, each joined as stored, in the order zento, tabix, slidex, pdf.
+QString joined(const QList<QStringList>& lists)
 {
-    return QStringList{zento.join(';'), tabix.join(';'), slidex.join(';'), pdf.join(';')}.join('|');
+    QStringList texts;
+    for (const QStringList& list : lists)
+        texts.append(list.join(';'));
+    return texts.join('|');
 }
 
 // Runs the operation at args[at], moving at past its operands.
@@ -57,12 +56,12 @@ std::optional<QString> runOperation(const QStringList& args, int& at)
     } else if (op == "--guard") {
         KIngoreLongTimeDetectHelper guard(true);
     } else if (op == "--lists")
-        return joined(getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
-                      getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType());
+        return joined({getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
+                       getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType()});
     else if (op == "--support-list") {
         QStringList zento, slidex, tabix, pdf;
         getZentoSupportList(zento, slidex, tabix, pdf);
-        return joined(zento, tabix, slidex, pdf);
+        return joined({zento, tabix, slidex, pdf});
     } else if (op == "--apptype" && take(1))
         return getAppTypeBySuffix(arg(1));
     else if (op == "--vex" && take(1))
@@ -96,23 +95,19 @@ std::optional<QString> runOperation(const QStringList& args, int& at)
 
 int main(int argc, char** argv)
 {
-    const bool withApp = argc < 2 || std::strcmp(argv[1], "--no-app") != 0;
-    std::unique_ptr<QCoreApplication> app;
+    const bool withApp = argc < 2 || QByteArray(argv[1]) != "--no-app";
+    std::optional<QCoreApplication> app;
     if (withApp)
-        app = std::make_unique<QCoreApplication>(argc, argv);
+        app.emplace(argc, argv);
     QStringList args;
     for (int i = withApp ? 1 : 2; i < argc; ++i)
         args.append(QString::fromLocal8Bit(argv[i]));
-
     for (int at = 0; at < args.size();) {
-        const QString op = args.at(at);
         const std::optional<QString> result = runOperation(args, at);
-        if (!result) {
-            std::fprintf(stderr, "commprobe: bad operation %s\n", qPrintable(op));
-            return 2;
-        }
+        if (!result)
+            return std::fprintf(stderr, "commprobe: bad operation %d\n", at), 2;
         std::printf("%s\n",
-                    QJsonDocument(QJsonArray{*result}).toJson(QJsonDocument::Compact).constData());
+                    QJsonDocument(QJsonArray{*result}).toJson(QJsonDocument::Compact).data());
     }
     return 0;
 }

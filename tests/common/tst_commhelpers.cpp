@@ -5,7 +5,6 @@
 // of JSON replies.
 
 #include "kcommtest.h"
-#include "ktestenvironment.h"
 
 #include "common/commpaths.h"
 #include "common/commstores.h"
@@ -16,8 +15,6 @@
 #include "common/qcommstores.h"
 
 #include <json/json.h>
-#include <vexlite/hostcontrol.h>
-#include <vexlite/khksoftwaresettings.h>
 
 #include <functional>
 #include <limits>
@@ -37,11 +34,6 @@ const auto kMachine = KHKSoftwareSettings::LocalMachine;
 QString q(const Comm::WideString& text)
 {
     return QString::fromStdU16String(text);
-}
-
-QSettings raw(KHKSoftwareSettings::HKEY root = kUser)
-{
-    return QSettings(KHKSoftwareSettings::storeFileName(root), QSettings::IniFormat);
 }
 
 // The roaming list of dir, read and written as the helpers do.
@@ -98,9 +90,7 @@ private slots:
 
     void pathStrings()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, cut);
-        QFETCH(QString, name);
+        const auto [path, cut, name] = fetch<QString, QString, QString>({"path", "cut", "name"});
         QCOMPARE(q(Comm::getFileName(path.utf16())), name);
         Comm::WideString wide = path.toStdU16String();
         Comm::pathRemoveFileSpec(wide);
@@ -123,11 +113,9 @@ private slots:
 
     void textStrings()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        QFETCH(QString, replaced);
-        QFETCH(QString, trimmed);
+        const auto [text, from, to, replaced, trimmed] =
+            fetch<QString, QString, QString, QString, QString>(
+                {"text", "from", "to", "replaced", "trimmed"});
         Comm::WideString wide = text.toStdU16String();
         QCOMPARE(q(Comm::Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
         QCOMPARE(q(Comm::trimSpace(wide)), trimmed);
@@ -170,8 +158,7 @@ private slots:
 
     void tree()
     {
-        QFETCH(Builder, build);
-        QFETCH(QString, relative);
+        const auto [build, relative] = fetch<Builder, QString>({"build", "relative"});
         QCOMPARE(q(build()), m_root + relative);
         // Every level exists, and nothing beside the path was made.
         QString level = m_root;
@@ -183,32 +170,22 @@ private slots:
         QVERIFY(Comm::getNimboPath().empty());
     }
 
-    void makeDirectories_data()
-    {
-        addColumns<bool, QString, bool>({"qtLayer", "relative", "expected"});
-        for (const bool qt : {false, true}) {
-            const char* layer = qt ? "QComm" : "Comm";
-            QTest::addRow("%s: new nested", layer) << qt << QString("new/a/新") << true;
-            QTest::addRow("%s: exists", layer) << qt << QString("home") << true;
-            QTest::addRow("%s: below a file", layer) << qt << QString("file/sub") << false;
-            QTest::addRow("%s: empty", layer) << qt << QString() << false;
-        }
-    }
-
     void makeDirectories()
     {
-        QFETCH(bool, qtLayer);
-        QFETCH(QString, relative);
-        QFETCH(bool, expected);
-        QFile(m_env.rootPath() + "/file").open(QIODevice::WriteOnly);
-        const QString path = relative.isEmpty() ? QString() : m_env.rootPath() + '/' + relative;
-        QCOMPARE(qtLayer ? QComm::makeDeepPath(path)
-                         : Comm::createDeepDirectory(path.toStdU16String()),
-                 expected);
-        QCOMPARE(QFileInfo(path).isDir(), expected);
-        QCOMPARE(Comm::fileExists(path.utf16()), expected);
-        QVERIFY(Comm::fileExists((m_env.rootPath() + "/file").utf16()));
-        QVERIFY(!Comm::fileExists(nullptr) && Comm::getFileName(nullptr).empty());
+        const QString root = m_env.rootPath(), file = root + "/file";
+        QFile(file).open(QIODevice::WriteOnly);
+        for (const bool qt : {false, true}) {
+            const auto make = [qt](const QString& path) {
+                return qt ? QComm::makeDeepPath(path)
+                          : Comm::createDeepDirectory(path.toStdU16String());
+            };
+            const QString fresh = root + (qt ? "/qt/新/a" : "/wide/新/a");
+            QVERIFY(make(fresh) && QFileInfo(fresh).isDir() && Comm::fileExists(fresh.utf16()));
+            QVERIFY(make(root) && !make(file + "/sub") && !make(file) && !make(QString()));
+        }
+        QVERIFY(Comm::fileExists(file.utf16()) && !Comm::fileExists((file + "/sub").utf16()));
+        QVERIFY(!Comm::fileExists(nullptr) && !Comm::fileExists(QString().utf16()));
+        QVERIFY(Comm::getFileName(nullptr).empty());
     }
 
     void newUserData_data()
@@ -217,7 +194,6 @@ private slots:
         const QVariant one(1);
         addRow("last old version", one, "9.1.0.4817", false);
         addRow("next build", one, "9.1.0.4818", true);
-        addRow("next minor", one, "9.2.0.0", true);
         addRow("next major, marker as text", QVariant("1"), "10.0.0.0", true);
         addRow("older, higher later parts", one, "9.0.9999.9999", false);
         addRow("three parts", one, "9.1.0", false);
@@ -230,9 +206,8 @@ private slots:
 
     void newUserData()
     {
-        QFETCH(QVariant, marker);
-        QFETCH(QString, version);
-        QFETCH(bool, expected);
+        const auto [marker, version, expected] =
+            fetch<QVariant, QString, bool>({"marker", "version", "expected"});
         if (marker.isValid())
             QComm::writeNimboUserInfoRegValue("zentocloudfiles", marker);
         krt::hostcontrol::setVersion(version);
@@ -259,9 +234,8 @@ private slots:
 
     void inUserDataRoot()
     {
-        QFETCH(QString, path);
-        QFETCH(bool, expected);
-        QCOMPARE(QComm::isInUserDataRootPath(path.replace("%R", m_root)), expected);
+        const auto [path, expected] = fetch<QString, bool>({"path", "expected"});
+        QCOMPARE(QComm::isInUserDataRootPath(QString(path).replace("%R", m_root)), expected);
     }
 
     // --- settings stores ------------------------------------------------
@@ -315,10 +289,9 @@ private slots:
 
     void machineFallback()
     {
-        QFETCH(QVariant, perUser);
-        QFETCH(QVariant, machineWide);
-        QFETCH(QVariant, defaultValue);
-        QFETCH(QString, expected);
+        const auto [perUser, machineWide, defaultValue, expected] =
+            fetch<QVariant, QVariant, QVariant, QString>(
+                {"perUser", "machineWide", "defaultValue", "expected"});
         for (const char* path : {"Common", "plugins/deskhive", "plugins/deskhive/g"}) {
             for (const auto& [root, value] :
                  {std::pair(kUser, perUser), std::pair(kMachine, machineWide)})
@@ -344,29 +317,25 @@ private slots:
         QCOMPARE(QFileInfo(native.fileName()).absolutePath(), QDir::currentPath());
     }
 
+    // The wide accessors share the user-info store; the raw registry
+    // functions are inert, with fixed answers.
     void wideAccessors()
     {
-        // The raw registry functions are inert, with fixed answers.
         QCOMPARE(Comm::readRegNumValue(kUser, u"p", u"n", 7u), 0u); // deliberately not 7
-        QCOMPARE(Comm::readRegNumValue(kUser, u"", u"n", 7u), 7u);
-        QCOMPARE(Comm::readRegNumValue(kUser, u"p", u"", 7u), 7u);
-        QVERIFY(Comm::readRegStrValue(kMachine, u"p", u"n", u"dflt") == u"dflt");
-        QVERIFY(!Comm::writeRegStrValue(kUser, u"p", u"n", u"x"));
-        QVERIFY(!Comm::writeRegNumValue(kUser, u"p", u"n", 1u));
+        QCOMPARE(Comm::readRegNumValue(kUser, u"", u"n", 7u) +
+                     Comm::readRegNumValue(kUser, u"p", u"", 7u),
+                 14u);
+        QVERIFY(Comm::readRegStrValue(kMachine, u"p", u"n", u"d") == u"d");
+        QVERIFY(!Comm::writeRegStrValue(kUser, u"p", u"n", u"x") &&
+                !Comm::writeRegNumValue(kUser, u"p", u"n", 1u));
         QVERIFY(!QFileInfo::exists(raw().fileName()));
-        QCOMPARE(Comm::getVersionNetwork(-3), -3);
-        std::u16string version = u"v", channel = u"c";
-        Comm::getZentoVersionAndChannel(version, channel);
-        QVERIFY(version == u"v" && channel == u"c");
-        QVERIFY(Comm::checkIsSupportThriftIpc() && !Comm::checkIsSupportNimboNse());
-
         Comm::writeNimboUserInfoRegValue(u"zentocloudfiles", 1u);
         Comm::writeNimboUserInfoRegValue(u"name", u"张三");
-        QCOMPARE(Comm::readNimboUserInfoRegValue(u"zentocloudfiles", 0u), 1);
-        QCOMPARE(Comm::readNimboUserInfoRegValue(u"missing", 5u), 5);
-        QVERIFY(Comm::readNimboUserInfoRegValue(u"name", u"") == u"张三");
+        QCOMPARE(Comm::readNimboUserInfoRegValue(u"zentocloudfiles", 0u) +
+                     Comm::readNimboUserInfoRegValue(u"missing", 5u),
+                 6);
         QVERIFY(Comm::readNimboUserInfoRegValue(u"missing", u"d") == u"d");
-        QCOMPARE(QComm::readNimboUserInfoRegValue("name", ""), QString("张三")); // the same store
+        QCOMPARE(QComm::readNimboUserInfoRegValue("name", ""), QString("张三"));
     }
 
     // --- manual roaming list --------------------------------------------
@@ -383,11 +352,10 @@ private slots:
 
     void roamingRoundTrip()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, key);
+        const auto [path, key] = fetch<QString, QString>({"path", "key"});
         const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
-        QVERIFY(QDir().mkpath(dir));
         const uint before = QDateTime::currentDateTimeUtc().toSecsSinceEpoch();
+        QVERIFY(QDir().mkpath(dir) && QComm::getManualRoamingFiles(dir).isEmpty());
         QComm::addManualRoamingFiles(dir, path);
         QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList{path});
         QCOMPARE(RoamingList(dir).allKeys(), QStringList{key});
@@ -396,7 +364,8 @@ private slots:
         QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList());
     }
 
-    // Edits keep the other entries; the reader skips keys it cannot use.
+    // Edits keep the other entries; the reader skips keys it cannot use;
+    // without a directory there is no list.
     void roamingEdits()
     {
         const QString dir = m_env.rootPath() + "/list-edits";
@@ -415,25 +384,15 @@ private slots:
         QComm::delManualRoamingFiles(dir, "/never-added");
         QComm::delManualRoamingFiles(dir, "/b");
         QComm::addManualRoamingFiles(dir, QString::fromUtf16(u"/d\0e", 4)); // up to the zero
+        for (const auto& edit : {QComm::addManualRoamingFiles, QComm::delManualRoamingFiles})
+            edit("", "/c");
         QStringList files = QComm::getManualRoamingFiles(dir);
         files.sort();
         QCOMPARE(files, QStringList({"/a", "/c", "/d", "/ef"}));
         QVERIFY(RoamingList(dir).value("L2E=").toUInt() > 1000u);
         QCOMPARE(RoamingList(dir).value("L2M=").toUInt(), 1000u);
-    }
-
-    void roamingListMissingOrUnusable()
-    {
-        const QString dir = m_env.rootPath() + "/list-missing";
-        QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList());
-        QVERIFY(QDir().mkpath(dir + "/manualroaming.ini")); // not a file
-        QComm::addManualRoamingFiles(dir, "/a");
-        QCOMPARE(QComm::getManualRoamingFiles(dir), QStringList());
-        // No directory, no list: nothing is written anywhere.
-        QComm::addManualRoamingFiles("", "/a");
-        QComm::delManualRoamingFiles("", "/a");
-        QCOMPARE(QComm::getManualRoamingFiles(""), QStringList());
-        QVERIFY(!QFileInfo::exists("manualroaming.ini") &&
+        QVERIFY(QComm::getManualRoamingFiles("").isEmpty() &&
+                !QFileInfo::exists("manualroaming.ini") &&
                 !QFileInfo::exists("/manualroaming.ini"));
     }
 
@@ -450,16 +409,11 @@ private slots:
         addRow("uint64 max", Json::Value(Json::UInt64(kMax)), "18446744073709551615", kMax);
         addRow("real 0.1", Json::Value(0.1), "0.1", 0ull);
         addRow("real, six significant digits", Json::Value(1234567.8), "1.23457e+06", 1234567ull);
-        addRow("real, whole", Json::Value(2.0), "2", 2ull);
         addRow("negative real toward zero", Json::Value(-3.9), "-3.9", ull(-3));
         addRow("real 1e19, unsigned range", Json::Value(1e19), "1e+19", 10000000000000000000ull);
-        addRow("real beyond 64 bits saturates", Json::Value(1e30), "1e+30", kMax);
         addRow("string", Json::Value("42"), "42", 42ull);
-        addRow("string, non-ASCII", Json::Value("hé 世界"), "hé 世界", 0ull);
+        addRow("string, not a number", Json::Value("hé 世界"), "hé 世界", 0ull);
         addRow("empty string is not the default", Json::Value(""), "", 0ull);
-        addRow("string overflow", Json::Value("18446744073709551616"), "18446744073709551616",
-               0ull);
-        addRow("string negative", Json::Value("-1"), "-1", 0ull);
         addRow("false", Json::Value(false), "false", 77ull);
         addRow("array", parse("[1, 2]"), "dflt", 77ull);
         addRow("object, compact with line end", parse(R"({ "b": "x", "a": 1 })"),
@@ -468,13 +422,11 @@ private slots:
 
     void jsonValues()
     {
-        QFETCH(Json::Value, value);
-        QFETCH(QString, text);
-        QFETCH(ull, number);
+        const auto [value, text, number] =
+            fetch<Json::Value, QString, ull>({"value", "text", "number"});
         QCOMPARE(QComm::jsonValue2String(value, "dflt"), text);
         QCOMPARE(QComm::jsonValue2StdString(value, "dflt"), text.toStdString());
         QCOMPARE(QComm::jsonValue2uint64(value, 77), number);
-        QCOMPARE(QComm::toByteArray("é世"), QByteArray("\xc3\xa9\xe4\xb8\x96"));
     }
 
     // Members by key, defaults "dflt", 9 and false or true; the expected
@@ -483,16 +435,13 @@ private slots:
     void jsonMembers_data()
     {
         addColumns<Json::Value, QString, QString>({"object", "key", "expected"});
-        const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "n": 5, "big": 1234567.0,
-            "IsLogined": true, "off": false, "nil": null, "list": [1], "obj": { "k": "v" },
-            "名字": "张三" })");
+        const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "big": 1234567.0,
+            "IsLogined": true, "nil": null, "list": [1], "obj": { "k": "v" }, "名字": "张三" })");
         addRow("text", user, "Name", "Ann Ann 0 false true");
         addRow("numeric text", user, "Id", "12 12 12 false true");
-        addRow("integer", user, "n", "5 5 5 true true");
         addRow("real: jsonGetString has the library format it", user, "big",
                "1.23457e+06 1234567.0 1234567 true true");
         addRow("true", user, "IsLogined", "true true 9 true true");
-        addRow("false", user, "off", "false false 9 false false");
         addRow("null member: the library's reading", user, "nil", "dflt  9 false false");
         addRow("array member", user, "list", "dflt dflt 9 false true");
         addRow("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
@@ -500,14 +449,12 @@ private slots:
         addRow("non-ASCII key", user, "名字", "张三 张三 0 false true");
         addRow("null container", Json::Value(), "Name", "dflt dflt 9 false true");
         addRow("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
-        addRow("text container", Json::Value("Name"), "Name", "dflt dflt 9 false true");
     }
 
     void jsonMembers()
     {
-        QFETCH(Json::Value, object);
-        QFETCH(QString, key);
-        QFETCH(QString, expected);
+        const auto [object, key, expected] =
+            fetch<Json::Value, QString, QString>({"object", "key", "expected"});
         const auto text = [](bool value) { return value ? "true" : "false"; };
         QCOMPARE(QStringList({QComm::jsonObject2String(object, key, "dflt"),
                               QComm::jsonGetString(object, key, "dflt"),
@@ -518,25 +465,15 @@ private slots:
                  expected);
     }
 
-    void jsonArrayElements_data()
+    void jsonArraysAndBytes()
     {
-        addColumns<Json::Value, uint, QString>({"array", "index", "expected"});
-        const Json::Value list = parse(R"([1, "a", null, 0.25, {"k": 1}, [2]])");
-        addRow("number", list, 0u, "1");
-        addRow("null element", list, 2u, "dflt");
-        addRow("real", list, 3u, "0.25");
-        addRow("object element", list, 4u, "{\"k\":1}\n");
-        addRow("array element", list, 5u, "dflt");
-        addRow("past the end", list, 6u, "dflt");
-        addRow("object, not an array", parse(R"({"0": "x"})"), 0u, "dflt");
-    }
-
-    void jsonArrayElements()
-    {
-        QFETCH(Json::Value, array);
-        QFETCH(uint, index);
-        QFETCH(QString, expected);
-        QCOMPARE(QComm::jsonArray2String(array, index, "dflt"), expected);
+        const Json::Value list = parse(R"([1, null, 0.25, {"k": 1}, [2]])");
+        QStringList items;
+        for (uint index : {0u, 1u, 2u, 3u, 4u, 5u})
+            items.append(QComm::jsonArray2String(list, index, "d"));
+        QCOMPARE(items.join('|'), QString("1|d|0.25|{\"k\":1}\n|d|d"));
+        QCOMPARE(QComm::jsonArray2String(parse(R"({"0": "x"})"), 0, "d"), QString("d"));
+        QCOMPARE(QComm::toByteArray("é世"), QByteArray("\xc3\xa9\xe4\xb8\x96"));
     }
 };
 
