@@ -76,8 +76,6 @@ std::optional<QString> runOperation(const QStringList& args, int& at)
         return deviceID();
     else if (op == "langID")
         return QString::number(langID());
-    else if (op == "getNimboCfgsValue" && take(1))
-        return getNimboCfgsValue(arg(1), "-").toString();
     else if (op == "getWebKitUserAgent" && take(3))
         return getWebKitUserAgent(arg(3) == "nimbo", arg(2), arg(1));
     else if (op == "getUserAgent")

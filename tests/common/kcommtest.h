@@ -1,7 +1,6 @@
 #ifndef KCOMMTEST_H
 #define KCOMMTEST_H
 
-#include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include <vexlite/hostcontrol.h>
@@ -9,20 +8,27 @@
 
 #include <QtTest>
 
-#include <array>
 #include <tuple>
 #include <utility>
 
-// Data tables one line per row: addColumns<QString, bool>({"text", "flag"}),
-// addRow("tag", "a text", true), and in the test
-// const auto [text, flag] = fetch<QString, bool>({"text", "flag"}).
+// Data tables one line per row: addColumns<QString, bool>() makes the
+// columns, addRow("tag", "a text", true) adds a row, and in the test
+// const auto [text, flag] = fetch<QString, bool>() reads the current one.
 // Texts become UTF-8 QStrings; every other value must have its column's
 // type exactly.
-template <typename... T>
-void addColumns(const std::array<const char*, sizeof...(T)>& names)
+// Column names, kept as QtTest keeps them: as pointers.
+constexpr const char* kColumns[] = {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"};
+
+template <typename... T, std::size_t... I>
+void addColumns(std::index_sequence<I...>)
 {
-    auto name = names.begin();
-    (QTest::addColumn<T>(*name++), ...);
+    (QTest::addColumn<T>(kColumns[I]), ...);
+}
+
+template <typename... T>
+void addColumns()
+{
+    addColumns<T...>(std::index_sequence_for<T...>());
 }
 
 inline QString cell(const char* text)
@@ -43,16 +49,15 @@ void addRow(const char* tag, const T&... values)
 }
 
 template <typename... T, std::size_t... I>
-std::tuple<T...> fetch(const std::array<const char*, sizeof...(T)>& names,
-                       std::index_sequence<I...>)
+std::tuple<T...> fetch(std::index_sequence<I...>)
 {
-    return {*static_cast<T*>(QTest::qData(names[I], qMetaTypeId<T>()))...};
+    return {*static_cast<T*>(QTest::qData(kColumns[I], qMetaTypeId<T>()))...};
 }
 
 template <typename... T>
-std::tuple<T...> fetch(const std::array<const char*, sizeof...(T)>& names)
+std::tuple<T...> fetch()
 {
-    return fetch<T...>(names, std::index_sequence_for<T...>());
+    return fetch<T...>(std::index_sequence_for<T...>());
 }
 
 inline QString text(bool value)
@@ -65,13 +70,5 @@ inline QSettings raw(KHKSoftwareSettings::HKEY root = KHKSoftwareSettings::Curre
 {
     return QSettings(KHKSoftwareSettings::storeFileName(root), QSettings::IniFormat);
 }
-
-// Runs the build's probe program "commprobe" from a copy in folder of appDir:
-// a fresh process with empty caches that sees the host as the suite set it up
-// (saved to the suite's profile first) and what the suite laid out around it.
-// One text per operation, or a single line saying why the probe failed; err
-// receives its error output.
-QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
-                     const QString& folder = QString(), QString* err = nullptr);
 
 #endif // KCOMMTEST_H

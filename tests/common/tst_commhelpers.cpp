@@ -79,7 +79,8 @@ private slots:
 
     void pathStrings_data()
     {
-        addColumns<QString, QString, QString>({"path", "cut", "name"}); // cut: pathRemoveFileSpec
+        // Columns: path, cut, name; cut: pathRemoveFileSpec.
+        addColumns<QString, QString, QString>();
         addRow("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
         addRow("trailing separator", "/a/b/", "/a/b", "");
         addRow("bare name", "file.txt", "", "file.txt");
@@ -90,7 +91,7 @@ private slots:
 
     void pathStrings()
     {
-        const auto [path, cut, name] = fetch<QString, QString, QString>({"path", "cut", "name"});
+        const auto [path, cut, name] = fetch<QString, QString, QString>();
         QCOMPARE(q(Comm::getFileName(path.utf16())), name);
         Comm::WideString wide = path.toStdU16String();
         Comm::pathRemoveFileSpec(wide);
@@ -100,8 +101,8 @@ private slots:
     void textStrings_data()
     {
         // trimmed: only U+0020 counts
-        addColumns<QString, QString, QString, QString, QString>(
-            {"text", "from", "to", "replaced", "trimmed"});
+        // Columns: text, from, to, replaced, trimmed.
+        addColumns<QString, QString, QString, QString, QString>();
         addRow("inserted text not searched", "aa", "a", "aa", "aaaa", "aa");
         addRow("removal, both ends", "  a-b  c ", "-", "", "  ab  c ", "a-b  c");
         addRow("no overlap", "aaa", "aa", "b", "ba", "aaa");
@@ -114,8 +115,7 @@ private slots:
     void textStrings()
     {
         const auto [text, from, to, replaced, trimmed] =
-            fetch<QString, QString, QString, QString, QString>(
-                {"text", "from", "to", "replaced", "trimmed"});
+            fetch<QString, QString, QString, QString, QString>();
         Comm::WideString wide = text.toStdU16String();
         QCOMPARE(q(Comm::Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
         QCOMPARE(q(Comm::trimSpace(wide)), trimmed);
@@ -140,7 +140,8 @@ private slots:
 
     void tree_data()
     {
-        addColumns<Builder, QString>({"build", "relative"});
+        // Columns: build, relative.
+        addColumns<Builder, QString>();
         using namespace Comm;
         addRow("app data", Builder(getAppdataPath), "");
         addRow("local app data", Builder(getLocalAppdataPath), "");
@@ -158,7 +159,7 @@ private slots:
 
     void tree()
     {
-        const auto [build, relative] = fetch<Builder, QString>({"build", "relative"});
+        const auto [build, relative] = fetch<Builder, QString>();
         QCOMPARE(q(build()), m_root + relative);
         // Every level exists, and nothing beside the path was made.
         QString level = m_root;
@@ -190,7 +191,8 @@ private slots:
 
     void newUserData_data()
     {
-        addColumns<QVariant, QString, bool>({"marker", "version", "expected"});
+        // Columns: marker, version, expected.
+        addColumns<QVariant, QString, bool>();
         const QVariant one(1);
         addRow("last old version", one, "9.1.0.4817", false);
         addRow("next build", one, "9.1.0.4818", true);
@@ -206,8 +208,7 @@ private slots:
 
     void newUserData()
     {
-        const auto [marker, version, expected] =
-            fetch<QVariant, QString, bool>({"marker", "version", "expected"});
+        const auto [marker, version, expected] = fetch<QVariant, QString, bool>();
         if (marker.isValid())
             QComm::writeNimboUserInfoRegValue("zentocloudfiles", marker);
         krt::hostcontrol::setVersion(version);
@@ -222,7 +223,8 @@ private slots:
 
     void inUserDataRoot_data()
     {
-        addColumns<QString, bool>({"path", "expected"}); // %R: the application-data root
+        // Columns: path, expected; %R: the application-data root.
+        addColumns<QString, bool>();
         addRow("below the new root", "%R/Zento Cloud Files/userdata/u1/a.docx", true);
         addRow("other letter case", "%R/zento cloud files/USERDATA/a", true);
         addRow("new root itself", "%R/Zento Cloud Files/userdata", false);
@@ -234,7 +236,7 @@ private slots:
 
     void inUserDataRoot()
     {
-        const auto [path, expected] = fetch<QString, bool>({"path", "expected"});
+        const auto [path, expected] = fetch<QString, bool>();
         QCOMPARE(QComm::isInUserDataRootPath(QString(path).replace("%R", m_root)), expected);
     }
 
@@ -275,8 +277,8 @@ private slots:
     // every read is text.
     void machineFallback_data()
     {
-        addColumns<QVariant, QVariant, QVariant, QString>(
-            {"perUser", "machineWide", "defaultValue", "expected"});
+        // Columns: perUser, machineWide, defaultValue, expected.
+        addColumns<QVariant, QVariant, QVariant, QString>();
         const QVariant none;
         addRow("neither: default", none, none, QVariant("x"), "x");
         addRow("integer default", none, none, QVariant(0), "0");
@@ -290,8 +292,7 @@ private slots:
     void machineFallback()
     {
         const auto [perUser, machineWide, defaultValue, expected] =
-            fetch<QVariant, QVariant, QVariant, QString>(
-                {"perUser", "machineWide", "defaultValue", "expected"});
+            fetch<QVariant, QVariant, QVariant, QString>();
         for (const char* path : {"Common", "plugins/deskhive", "plugins/deskhive/g"}) {
             for (const auto& [root, value] :
                  {std::pair(kUser, perUser), std::pair(kMachine, machineWide)})
@@ -342,7 +343,8 @@ private slots:
 
     void roamingRoundTrip_data()
     {
-        addColumns<QString, QString>({"path", "key"});
+        // Columns: path, key.
+        addColumns<QString, QString>();
         addRow("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
         addRow("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
         // Keys with "/" and "+": the INI file must not split them into groups.
@@ -352,7 +354,7 @@ private slots:
 
     void roamingRoundTrip()
     {
-        const auto [path, key] = fetch<QString, QString>({"path", "key"});
+        const auto [path, key] = fetch<QString, QString>();
         const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
         const uint before = QDateTime::currentDateTimeUtc().toSecsSinceEpoch();
         QVERIFY(QDir().mkpath(dir) && QComm::getManualRoamingFiles(dir).isEmpty());
@@ -401,7 +403,8 @@ private slots:
     // jsonValue2String, and jsonValue2uint64 with the default 77.
     void jsonValues_data()
     {
-        addColumns<Json::Value, QString, ull>({"value", "text", "number"});
+        // Columns: value, text, number.
+        addColumns<Json::Value, QString, ull>();
         addRow("null", Json::Value(), "dflt", 77ull);
         addRow("negative int", Json::Value(-1), "-1", kMax);
         addRow("int64 min", Json::Value(Json::Int64(std::numeric_limits<qint64>::min())),
@@ -422,8 +425,7 @@ private slots:
 
     void jsonValues()
     {
-        const auto [value, text, number] =
-            fetch<Json::Value, QString, ull>({"value", "text", "number"});
+        const auto [value, text, number] = fetch<Json::Value, QString, ull>();
         QCOMPARE(QComm::jsonValue2String(value, "dflt"), text);
         QCOMPARE(QComm::jsonValue2StdString(value, "dflt"), text.toStdString());
         QCOMPARE(QComm::jsonValue2uint64(value, 77), number);
@@ -434,7 +436,8 @@ private slots:
     // jsonGetBool (both defaults), joined by spaces.
     void jsonMembers_data()
     {
-        addColumns<Json::Value, QString, QString>({"object", "key", "expected"});
+        // Columns: object, key, expected.
+        addColumns<Json::Value, QString, QString>();
         const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "big": 1234567.0,
             "IsLogined": true, "nil": null, "list": [1], "obj": { "k": "v" }, "名字": "张三" })");
         addRow("text", user, "Name", "Ann Ann 0 false true");
@@ -453,8 +456,7 @@ private slots:
 
     void jsonMembers()
     {
-        const auto [object, key, expected] =
-            fetch<Json::Value, QString, QString>({"object", "key", "expected"});
+        const auto [object, key, expected] = fetch<Json::Value, QString, QString>();
         const auto text = [](bool value) { return value ? "true" : "false"; };
         QCOMPARE(QStringList({QComm::jsonObject2String(object, key, "dflt"),
                               QComm::jsonGetString(object, key, "dflt"),
