@@ -64,8 +64,7 @@ namespace {
 // columns, addRow("tag", "a text", true) adds a row, and in the test
 // const auto [text, flag] = fetch<QString, bool>() reads the current one.
 // Texts become UTF-8 QStrings; every other value must have its column's
-// type exactly.
-// Column names, kept as QtTest keeps them: as pointers.
+// type exactly. Column names are kept as QtTest keeps them: as pointers.
 constexpr const char* kColumns[] = {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"};
 
 template <typename... T>
@@ -93,13 +92,13 @@ std::tuple<T...> fetch()
     return fetch<T...>(std::index_sequence_for<T...>());
 }
 
-inline QString text(bool value)
+QString text(bool value)
 {
     return value ? "true" : "false";
 }
 
 // A settings store of the host as a plain INI file, root 0 by default.
-inline QSettings raw(KHKSoftwareSettings::HKEY root = KHKSoftwareSettings::CurrentUser)
+QSettings raw(KHKSoftwareSettings::HKEY root = KHKSoftwareSettings::CurrentUser)
 {
     return QSettings(KHKSoftwareSettings::storeFileName(root), QSettings::IniFormat);
 }
@@ -166,7 +165,6 @@ QString listsText(const QString& appType, const QString& replacement)
     return parts.join('|');
 }
 
-// What the probe reports for an open: the result, then the command line.
 // Runs the build's probe program "commprobe" from a copy in folder of appDir:
 // a fresh process with empty caches that sees the host as the suite set it up
 // (saved to the suite's profile first) and what the suite laid out around it.
@@ -196,6 +194,7 @@ QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
     return texts;
 }
 
+// What the probe reports for an open: the result, then the command line.
 QString opened(bool failed, const QString& bundle, const QString& target)
 {
     return QString(failed ? "true" : "false") + " open -a \"" + bundle + "\" \"" + target + '"';
@@ -623,7 +622,8 @@ private slots:
 
     // --- document types -------------------------------------------------
 
-    // First slot: this process takes its copies of the built-in lists here.
+    // First of the slots that ask for the lists: this process takes its
+    // copies of the built-in lists here.
     void builtinLists()
     {
         const QList<QStringList> lists{
