@@ -1,154 +1,111 @@
 // A program of the suite in miniature, for what a test process cannot show
 // about itself: answers that depend on where the program lives and what it
 // is called, and process-wide copies taken on first use. It runs the
-// operations of its command line in order and prints one JSON line for each.
-//
-//   commprobe [--no-app] OPERATION [OPERAND...] [OPERATION [OPERAND...]...]
-//
-// A bare name calls the helper of that name; "--" operations set the process
-// up or combine several helpers. An unknown operation or missing operands
-// end the probe with status 2.
+// operations of its command line in order and prints one JSON line with a
+// text for each; "--no-app" first runs it without an application object.
+// An unknown operation or missing operands end it with status 2.
 
 #include "common/kingorelongtimedetecthelper.h"
 #include "common/qcommcloudnodes.h"
 #include "common/qcommfiletypes.h"
 #include "common/qcommidentity.h"
-#include "common/qcommmanualroaming.h"
 #include "common/qcommopenfile.h"
 #include "common/qcommprocess.h"
 #include "common/qcommstores.h"
 #include "common/qcommsyncswitches.h"
 
-#include <vexlite/hostcontrol.h>
-
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QThreadPool>
 
 #include <cstdio>
-#include <cstring>
-#include <memory>
+#include <optional>
 
 namespace {
 
-QJsonValue lists(const QStringList& zento, const QStringList& tabix, const QStringList& slidex,
-                 const QStringList& pdf)
-{
-    return QJsonObject{{"zento", QJsonArray::fromStringList(zento)},
-                       {"tabix", QJsonArray::fromStringList(tabix)},
-                       {"slidex", QJsonArray::fromStringList(slidex)},
-                       {"pdf", QJsonArray::fromStringList(pdf)}};
-}
-
 QString text(bool value)
 {
-    return value ? QStringLiteral("true") : QStringLiteral("false");
+    return value ? "true" : "false";
 }
 
-// Runs the operation at args[at], moving at past its operands; an undefined
-// value for an unknown operation or missing operands.
-QJsonValue runOperation(const QStringList& args, int& at)
+// The four lists, each joined as stored, in the order zento, tabix, slidex, pdf.
+QString joined(const QList<QStringList>& lists)
 {
-    const QString op = args.at(at++);
-    const auto take = [&](int count) {
-        if (at + count > args.size())
-            return false;
-        at += count;
-        return true;
-    };
-    const auto operand = [&](int back) { return args.at(at - back); };
+    QStringList texts;
+    for (const QStringList& list : lists)
+        texts.append(list.join(';'));
+    return texts.join('|');
+}
 
+// Runs the operation at args[at], moving at past its operands.
+std::optional<QString> runOperation(const QStringList& args, int& at)
+{
     using namespace QComm;
-    // Set-up and combined operations.
-    if (op == "--name" && take(1)) {
-        QCoreApplication::setApplicationName(operand(1));
-        return QJsonValue::Null;
-    }
-    if (op == "--overseas" && take(1)) {
-        krt::hostcontrol::setOverseasVersion(operand(1) == "true");
-        return QJsonValue::Null;
-    }
-    if (op == "--write" && take(2)) {
-        writeNimboRegValue(operand(2), operand(1));
-        return QJsonValue::Null;
-    }
-    if (op == "--lists")
-        return lists(getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
-                     getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType());
-    if (op == "--support-list") {
+    const QString op = args.at(at++);
+    const auto take = [&](int count) { return (at += count) <= args.size(); };
+    const auto arg = [&](int back) { return args.at(at - back); };
+
+    if (op == "--name" && take(1))
+        QCoreApplication::setApplicationName(arg(1));
+    else if (op == "--write" && take(2))
+        writeNimboRegValue(arg(2), arg(1));
+    else if (op == "--launch" && take(1)) {
+        launchZentocloudsvr(arg(1));
+        QThreadPool::globalInstance()->waitForDone();
+    } else if (op == "--guard") {
+        KIngoreLongTimeDetectHelper guard(true);
+    } else if (op == "--lists")
+        return joined({getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
+                       getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType()});
+    else if (op == "--support-list") {
         QStringList zento, slidex, tabix, pdf;
         getZentoSupportList(zento, slidex, tabix, pdf);
-        return lists(zento, tabix, slidex, pdf);
-    }
-    if (op == "--apptype" && take(1))
-        return getAppTypeBySuffix(operand(1));
-    if (op == "--vex" && take(1))
-        return checkIsVexSupport(operand(1));
-    if (op == "--check" && take(2))
-        return checkIsZentoSupport(operand(2), operand(1));
-    if (op == "--open-vex" && take(2))
-        return QJsonArray{openFileByVexCommand(operand(2), operand(1)),
-                          openFileByVex(operand(2), operand(1))};
-    if (op == "--open-exe" && take(1))
-        return QJsonArray{openFileByLaunchExeCommand(operand(1)), openFileByLaunchExe(operand(1))};
-    if (op == "--launch" && take(1)) {
-        launchZentocloudsvr(operand(1));
-        QThreadPool::globalInstance()->waitForDone();
-        return QJsonValue::Null;
-    }
-    if (op == "--guard") {
-        KIngoreLongTimeDetectHelper guard(true);
-        return QJsonValue::Null;
-    }
-
-    // Helpers called by their own names, answering as text.
-    if (op == "deviceID")
+        return joined({zento, tabix, slidex, pdf});
+    } else if (op == "--apptype" && take(1))
+        return getAppTypeBySuffix(arg(1));
+    else if (op == "--vex" && take(1))
+        return text(checkIsVexSupport(arg(1)));
+    else if (op == "--check" && take(2))
+        return text(checkIsZentoSupport(arg(2), arg(1)));
+    else if (op == "--open-vex" && take(2))
+        return text(openFileByVex(arg(2), arg(1))) + ' ' + openFileByVexCommand(arg(2), arg(1));
+    else if (op == "--open-exe" && take(1))
+        return text(openFileByLaunchExe(arg(1))) + ' ' + openFileByLaunchExeCommand(arg(1));
+    else if (op == "deviceID")
         return deviceID();
-    if (op == "langID")
+    else if (op == "langID")
         return QString::number(langID());
-    if (op == "getNimboCfgsValue" && take(2))
-        return getNimboCfgsValue(operand(2), operand(1)).toString();
-    if (op == "getWebKitUserAgent" && take(3))
-        return getWebKitUserAgent(operand(3) == "1", operand(2), operand(1));
-    if (op == "getUserAgent")
+    else if (op == "getWebKitUserAgent" && take(3))
+        return getWebKitUserAgent(arg(3) == "nimbo", arg(2), arg(1));
+    else if (op == "getUserAgent")
         return getUserAgent();
-    if (op == "cloudFileNodeName" && take(1))
-        return cloudFileNodeName(static_cast<CloudFileNodeType>(operand(1).toInt()));
-    if (op == "isDesktopSyncEnable")
-        return text(isDesktopSyncEnable());
-    if (op == "isV5MetadataEnable")
-        return text(isV5MetadataEnable());
-    if (op == "getManualRoamingFiles" && take(1))
-        return QJsonArray::fromStringList(getManualRoamingFiles(operand(1)));
-    return QJsonValue::Undefined;
+    else if (op == "cloudFileNodeName")
+        return cloudFileNodeName(NodeRoamingName);
+    else if (op == "syncSwitches")
+        return text(isDesktopSyncEnable()) + ' ' + text(isV5MetadataEnable());
+    else
+        return std::nullopt;
+    return QString();
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    // "--no-app" first: run without an application object, as code called
-    // before the host has one does.
-    const bool withApp = argc < 2 || std::strcmp(argv[1], "--no-app") != 0;
-    std::unique_ptr<QCoreApplication> app;
+    const bool withApp = argc < 2 || QByteArray(argv[1]) != "--no-app";
+    std::optional<QCoreApplication> app;
     if (withApp)
-        app = std::make_unique<QCoreApplication>(argc, argv);
-
+        app.emplace(argc, argv);
     QStringList args;
     for (int i = withApp ? 1 : 2; i < argc; ++i)
         args.append(QString::fromLocal8Bit(argv[i]));
-
     for (int at = 0; at < args.size();) {
-        const QString op = args.at(at);
-        const QJsonValue result = runOperation(args, at);
-        if (result.isUndefined()) {
-            std::fprintf(stderr, "commprobe: bad operation %s\n", qPrintable(op));
-            return 2;
-        }
-        const QByteArray line = QJsonDocument(QJsonArray{result}).toJson(QJsonDocument::Compact);
-        std::printf("%s\n", line.constData());
+        const std::optional<QString> result = runOperation(args, at);
+        if (!result)
+            return std::fprintf(stderr, "commprobe: bad operation %d\n", at), 2;
+        std::printf("%s\n",
+                    QJsonDocument(QJsonArray{*result}).toJson(QJsonDocument::Compact).data());
     }
     return 0;
 }
