@@ -1,0 +1,480 @@
+// The helper layer, as far as this process can check it about itself:
+// string and path helpers, the directory tree with its two user-data roots
+// and the icon cache, the settings-store accessors with their fallback and
+// fixed answers, the per-directory list of files marked for roaming, and
+// typed reads out of JSON replies.
+
+#include "commsuitekit.h"
+#include "ktestappdir.h"
+#include "ktestenvironment.h"
+#include "ktesttable.h"
+#include "kwarningcatcher.h"
+
+#include "common/commpaths.h"
+#include "common/commstores.h"
+#include "common/commstrings.h"
+#include "common/qcommjson.h"
+#include "common/qcommmanualroaming.h"
+#include "common/qcommpaths.h"
+#include "common/qcommstores.h"
+
+#include <json/json.h>
+#include <vexlite/hostcontrol.h>
+
+#include <QtTest>
+
+#include <functional>
+#include <limits>
+#include <sstream>
+
+using Path = std::function<Comm::WideString()>;
+Q_DECLARE_METATYPE(Path)
+Q_DECLARE_METATYPE(Json::Value)
+
+using namespace Comm;
+using namespace QComm;
+using namespace KTestTable;
+
+namespace {
+
+using ull = unsigned long long;
+constexpr ull kMax = std::numeric_limits<ull>::max();
+const auto kUser = KHKSoftwareSettings::CurrentUser;
+const auto kMachine = KHKSoftwareSettings::LocalMachine;
+
+QString q(const Comm::WideString& text)
+{
+    return QString::fromStdU16String(text);
+}
+
+// The roaming list of dir, read and written as the helpers do.
+struct RoamingList : QSettings
+{
+    explicit RoamingList(const QString& dir)
+        : QSettings(dir + "/manualroaming.ini", IniFormat)
+    {
+        setIniCodec("UTF-8");
+        beginGroup("file");
+    }
+};
+
+Json::Value parse(const char* text)
+{
+    Json::Value value;
+    std::istringstream in(text);
+    std::string errors;
+    if (!Json::parseFromStream(Json::CharReaderBuilder(), in, &value, &errors))
+        qFatal("bad test JSON %s: %s", text, errors.c_str());
+    return value;
+}
+
+} // namespace
+
+class TestCommHelpers : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    // The parent of the suite's application-data location: XDG_DATA_HOME.
+    const QString m_root = m_env.homePath() + "/.local/share";
+
+private slots:
+    void init()
+    {
+        m_env.resetHost();
+        for (const char* top : {"nimbo", "Zento Cloud Files", "office6"})
+            QDir(m_root + '/' + top).removeRecursively();
+    }
+
+    // --- strings --------------------------------------------------------
+
+    void pathStrings_data()
+    {
+        // Columns: path, cut, name; cut: pathRemoveFileSpec.
+        addColumns<QString, QString, QString>();
+        addRow("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
+        addRow("trailing separator", "/a/b/", "/a/b", "");
+        addRow("bare name", "file.txt", "", "file.txt");
+        addRow("top-level entry", "/a", "", "a");
+        addRow("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
+        addRow("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
+    }
+
+    void pathStrings()
+    {
+        const auto [path, cut, name] = fetch<QString, QString, QString>();
+        QCOMPARE(q(getFileName(path.utf16())), name);
+        Comm::WideString wide = path.toStdU16String();
+        pathRemoveFileSpec(wide);
+        QCOMPARE(q(wide), cut);
+    }
+
+    void textStrings_data()
+    {
+        // trimmed: only U+0020 counts
+        // Columns: text, from, to, replaced, trimmed.
+        addColumns<QString, QString, QString, QString, QString>();
+        // A rescan would find "ab" across the inserted "xxa" and what follows.
+        addRow("inserted text not searched", "abb", "ab", "xxa", "xxab", "abb");
+        addRow("adjacent removals, both ends", "  a--b  c ", "-", "", "  ab  c ", "a--b  c");
+        addRow("no overlap", "aaa", "aa", "b", "ba", "aaa");
+        addRow("match around the insertion", "aabb", "ab", "", "ab", "aabb");
+        addRow("case-sensitive, tabs", " \tx X\t ", "x", "y", " \ty X\t ", "\tx X\t");
+        addRow("longer than the text", "    ", "abcde", "x", "    ", "");
+        addRow("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
+    }
+
+    void textStrings()
+    {
+        const auto [text, from, to, replaced, trimmed] =
+            fetch<QString, QString, QString, QString, QString>();
+        Comm::WideString wide = text.toStdU16String();
+        QCOMPARE(q(Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
+        QCOMPARE(q(trimSpace(wide)), trimmed);
+        QCOMPARE(q(wide), trimmed); // in place, too
+    }
+
+    // --- locations ------------------------------------------------------
+
+    // First of the slots that reach the roots: only the first call creates them.
+    void userDataRootsAreKeptForTheProcess()
+    {
+        QString oldRoot, newRoot, oldAgain, newAgain;
+        getUserDataRootPath(oldRoot, newRoot);
+        QCOMPARE(oldRoot + '|' + newRoot,
+                 m_root + "/office6/Deskhive|" + m_root + "/Zento Cloud Files/userdata");
+        QVERIFY(QFileInfo(oldRoot).isDir() && QFileInfo(newRoot).isDir());
+        init();
+        getUserDataRootPath(oldAgain, newAgain);
+        QCOMPARE(oldAgain + '|' + newAgain, oldRoot + '|' + newRoot);
+        QVERIFY(!QFileInfo::exists(oldRoot) && !QFileInfo::exists(newRoot));
+    }
+
+    void tree_data()
+    {
+        // Columns: build, relative.
+        addColumns<Path, QString>();
+        addRow("app data", Path(getAppdataPath), "");
+        addRow("local app data", Path(getLocalAppdataPath), "");
+        addRow("nimbo", Path(getNimboAppdataPath), "/nimbo");
+        addRow("cloud files", Path(std::bind(getNimboLocalAppdataPath, true)),
+               "/Zento Cloud Files");
+        addRow("userdata", Path(std::bind(getNimboUserDataRootPath, false)),
+               "/Zento Cloud Files/userdata");
+        addRow("update", Path(getNimboUpdateRootPath), "/Zento Cloud Files/update");
+        addRow("resource", Path(getNimboResourcePath), "/Zento Cloud Files/resource");
+        addRow("Deskhive", Path(getDeskhivePath), "/office6/Deskhive");
+        addRow("log", Path(getLogPath), "/office6/Deskhive/log");
+        addRow("dump", Path(getDumpPath), "/office6/Deskhive/dump");
+    }
+
+    void tree()
+    {
+        const auto [build, relative] = fetch<Path, QString>();
+        QCOMPARE(q(build()), m_root + relative);
+        // Every level exists, and nothing beside the path was made.
+        QString level = m_root;
+        for (const QString& piece : relative.split('/', Qt::SkipEmptyParts)) {
+            QCOMPARE(QDir(level).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{piece});
+            level += '/' + piece;
+        }
+        QCOMPARE(q(build()), m_root + relative); // and again with the tree in place
+        QVERIFY(getNimboPath().empty());
+    }
+
+    void makeDirectories()
+    {
+        const QString root = m_env.rootPath(), file = root + "/file";
+        QFile(file).open(QIODevice::WriteOnly);
+        for (const bool qt : {false, true}) {
+            const auto make = [qt](const QString& path) {
+                return qt ? makeDeepPath(path) : createDeepDirectory(path.toStdU16String());
+            };
+            const QString fresh = root + (qt ? "/qt/新/a" : "/wide/新/a");
+            QVERIFY(make(fresh) && QFileInfo(fresh).isDir() && fileExists(fresh.utf16()));
+            QVERIFY(make(root) && !make(file + "/sub") && !make(file) && !make(QString()));
+        }
+        QVERIFY(fileExists(file.utf16()) && !fileExists((file + "/sub").utf16()));
+        QVERIFY(!fileExists(nullptr) && !fileExists(QString().utf16()));
+        QVERIFY(getFileName(nullptr).empty());
+    }
+
+    void newUserData_data()
+    {
+        // Columns: marker, version, expected.
+        addColumns<QVariant, QString, bool>();
+        const QVariant one(1);
+        addRow("last old version", one, "9.1.0.4817", false);
+        addRow("next build", one, "9.1.0.4818", true);
+        addRow("next major, marker as text", QVariant("1"), "10.0.0.0", true);
+        addRow("older, higher later parts", one, "9.0.9999.9999", false);
+        addRow("three parts", one, "9.1.0", false);
+        addRow("five parts", one, "9.1.0.4818.1", false);
+        addRow("empty part counts as 0", one, "9.2..0", true);
+        addRow("unknown version: 8.1.0.X", one, "0.0.0.0", false);
+        addRow("marker 2", QVariant(2), "10.0.0.0", false);
+        addRow("no marker", QVariant(), "10.0.0.0", false);
+    }
+
+    void newUserData()
+    {
+        const auto [marker, version, expected] = fetch<QVariant, QString, bool>();
+        if (marker.isValid())
+            writeNimboUserInfoRegValue("zentocloudfiles", marker);
+        krt::hostcontrol::setVersion(version);
+        QCOMPARE(isNewUserData(), expected);
+        // The layout decides where the icon cache lives, and nothing else.
+        const QString iconCache = getNimboIconCachePath();
+        QCOMPARE(iconCache, QDir::toNativeSeparators(
+                                m_root + (expected ? "/Zento Cloud Files/resource/iconcache"
+                                                   : "/nimbo/resource/iconcache")));
+        QVERIFY(QFileInfo(iconCache).isDir());
+    }
+
+    void inUserDataRoot_data()
+    {
+        // Columns: path, expected; %R: the application-data root.
+        addColumns<QString, bool>();
+        addRow("below the new root", "%R/Zento Cloud Files/userdata/u1/a.docx", true);
+        addRow("other letter case", "%R/zento cloud files/USERDATA/a", true);
+        addRow("new root itself", "%R/Zento Cloud Files/userdata", false);
+        addRow("sibling of the new root", "%R/Zento Cloud Files/userdata2/a", false);
+        addRow("contained, not at the start", "/x%R/Zento Cloud Files/userdata/a", true);
+        addRow("below the old root", "%R/office6/Deskhive/log/x.log", true);
+    }
+
+    void inUserDataRoot()
+    {
+        const auto [path, expected] = fetch<QString, bool>();
+        QCOMPARE(isInUserDataRootPath(QString(path).replace("%R", m_root)), expected);
+    }
+
+    // --- settings stores ------------------------------------------------
+
+    void storesKeepTheirKeyPaths()
+    {
+        writeNimboRegValue("k", "1");
+        writeNimboRegValue("a/b", "k", "2");
+        writeNimboUserInfoRegValue("k", "3");
+        writeZentoCommonRegValue("k", "4");
+        writeDeskhiveRegValue("k", "5");
+        writeDeskhiveRegValue("g", "k", "6");
+        writeNimboCloudDiskRegValue("k", "7");
+        writeNimboNseRegValue("k", "8");
+        raw().setValue("Corvane/nimbo/k", 9);
+        // Machine-wide values that the stores without a fallback must not see.
+        raw(kMachine).setValue("Corvane/ZentoCloud/m", "x");
+        raw(kMachine).setValue("Corvane/ZentoCloud/userinfo/m", "x");
+        QCOMPARE(readNimboRegValue("k", "") + readNimboRegValue("a/b", "k", "") +
+                     readNimboUserInfoRegValue("k", "") + readZentoCommonRegValue("k", "") +
+                     readDeskhiveRegValue("k", "") + readDeskhiveRegValue("g", "k", "") +
+                     readNimboCloudDiskRegValue("k", "") + readNimboNseRegValue("k", "") +
+                     readOldNimboRegValue("k", "") + readNimboRegValue("m", "") +
+                     readNimboUserInfoRegValue("m", ""),
+                 QString("123456789"));
+        QStringList keys = raw().allKeys();
+        keys.sort();
+        QCOMPARE(keys.join(' ').remove("Corvane/"),
+                 QString("Office/6.0/Common/k Office/6.0/plugins/deskhive/g/k "
+                         "Office/6.0/plugins/deskhive/k ZentoCloud/Nse/k ZentoCloud/a/b/k "
+                         "ZentoCloud/clouddisk/k ZentoCloud/k ZentoCloud/userinfo/k nimbo/k"));
+        QCOMPARE(makeIniKey("a", "b") + makeIniKey("", "k"), QString("/a/b//k"));
+    }
+
+    // The suite-common and plug-in stores (both forms) read per user first;
+    // every read is text.
+    void machineFallback_data()
+    {
+        // Columns: perUser, machineWide, defaultValue, expected.
+        addColumns<QVariant, QVariant, QVariant, QString>();
+        const QVariant none;
+        addRow("neither: default", none, none, QVariant("x"), "x");
+        addRow("integer default", none, none, QVariant(0), "0");
+        addRow("machine only, empty default", none, QVariant(7), QVariant(""), "7");
+        addRow("machine only, default hides it", none, QVariant("v"), QVariant("x"), "x");
+        addRow("per user wins", QVariant(true), QVariant("m"), none, "true");
+        addRow("empty per-user text defers", QVariant(""), QVariant("m"), QVariant("x"), "m");
+        addRow("both empty", QVariant(""), QVariant(""), QVariant("x"), "");
+    }
+
+    void machineFallback()
+    {
+        const auto [perUser, machineWide, defaultValue, expected] =
+            fetch<QVariant, QVariant, QVariant, QString>();
+        for (const char* path : {"Common", "plugins/deskhive", "plugins/deskhive/g"}) {
+            for (const auto& [root, value] :
+                 {std::pair(kUser, perUser), std::pair(kMachine, machineWide)})
+                if (value.isValid())
+                    raw(root).setValue(QString("Corvane/Office/6.0/%1/k").arg(path), value);
+        }
+        QCOMPARE(readZentoCommonRegValue("k", defaultValue), expected);
+        QCOMPARE(readDeskhiveRegValue("k", defaultValue), expected);
+        QCOMPARE(readDeskhiveRegValue("g", "k", defaultValue), expected);
+    }
+
+    void removeUsesTheNativeFileOfThePath()
+    {
+        writeNimboUserInfoRegValue("userid", "12345");
+        QSettings native("Corvane\\ZentoCloud\\userinfo", QSettings::NativeFormat);
+        native.setValue("userid", "99");
+        native.setValue("other", "kept");
+        native.sync();
+        removeNimboUserInfoRegValue("userid");
+        // The store keeps its value; only the native file lost the key.
+        QCOMPARE(readNimboUserInfoRegValue("userid", ""), QString("12345"));
+        QCOMPARE(native.allKeys(), QStringList{"other"});
+        QCOMPARE(QFileInfo(native.fileName()).absolutePath(), QDir::currentPath());
+    }
+
+    // The wide accessors share the user-info store; the raw registry
+    // functions are inert, with fixed answers.
+    void wideAccessors()
+    {
+        QCOMPARE(readRegNumValue(kUser, u"p", u"n", 7u), 0u); // deliberately not 7
+        QCOMPARE(readRegNumValue(kUser, u"", u"n", 7) + readRegNumValue(kUser, u"p", u"", 7), 14u);
+        QVERIFY(readRegStrValue(kMachine, u"p", u"n", u"d") == u"d");
+        QVERIFY(!writeRegStrValue(kUser, u"p", u"n", u"x") &&
+                !writeRegNumValue(kUser, u"p", u"n", 1));
+        QVERIFY(!QFileInfo::exists(raw().fileName()));
+        writeNimboUserInfoRegValue(u"n", 1u);
+        writeNimboUserInfoRegValue(u"name", u"张三");
+        QCOMPARE(readNimboUserInfoRegValue(u"n", 0u) + readNimboUserInfoRegValue(u"x", 5u), 6);
+        QVERIFY(readNimboUserInfoRegValue(u"x", u"d") == u"d");
+        QCOMPARE(readNimboUserInfoRegValue("name", ""), QString("张三")); // the same store
+    }
+
+    // --- manual roaming list --------------------------------------------
+
+    void roamingRoundTrip_data()
+    {
+        // Columns: path, key.
+        addColumns<QString, QString>();
+        addRow("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
+        addRow("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
+        // Keys with "/" and "+": the INI file must not split them into groups.
+        addRow("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
+    }
+
+    void roamingRoundTrip()
+    {
+        const auto [path, key] = fetch<QString, QString>();
+        const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
+        const uint before = QDateTime::currentDateTimeUtc().toSecsSinceEpoch();
+        QVERIFY(QDir().mkpath(dir) && getManualRoamingFiles(dir).isEmpty());
+        addManualRoamingFiles(dir, path);
+        QCOMPARE(getManualRoamingFiles(dir), QStringList{path});
+        QCOMPARE(RoamingList(dir).allKeys(), QStringList{key});
+        QVERIFY(RoamingList(dir).value(key).toUInt() >= before);
+        delManualRoamingFiles(dir, path);
+        QCOMPARE(getManualRoamingFiles(dir), QStringList());
+    }
+
+    // Edits keep the other entries; the reader skips keys it cannot use;
+    // without a directory there is no list.
+    void roamingEdits()
+    {
+        const QString dir = m_env.rootPath() + "/list-edits";
+        {
+            RoamingList list(dir);
+            for (const char* key : {"L2E=", "L2I=", "L2M="}) // "/a", "/b", "/c"
+                list.setValue(key, 1000);
+            list.setValue("L2M", 2);      // "/c" again, without padding
+            list.setValue("!!!", 3);      // decodes to nothing
+            list.setValue("AA==", 4);     // a zero byte only
+            list.setValue("L2VmAGdo", 5); // "/ef", cut at its zero byte
+            list.endGroup();
+            list.setValue("other/ZA==", 6); // "d", outside the group
+        }
+        addManualRoamingFiles(dir, "/a"); // marked again: a new time
+        delManualRoamingFiles(dir, "/never-added");
+        delManualRoamingFiles(dir, "/b");
+        addManualRoamingFiles(dir, QString::fromUtf16(u"/d\0e", 4)); // up to the zero
+        for (const auto& edit : {addManualRoamingFiles, delManualRoamingFiles})
+            edit("", "/c");
+        QStringList files = getManualRoamingFiles(dir);
+        files.sort();
+        QCOMPARE(files, QStringList({"/a", "/c", "/d", "/ef"}));
+        QVERIFY(RoamingList(dir).value("L2E=").toUInt() > 1000u);
+        QCOMPARE(RoamingList(dir).value("L2M=").toUInt(), 1000u);
+        QVERIFY(getManualRoamingFiles("").isEmpty() && !QFileInfo::exists("manualroaming.ini") &&
+                !QFileInfo::exists("/manualroaming.ini"));
+    }
+
+    // --- JSON values ----------------------------------------------------
+
+    // jsonValue2String, and jsonValue2uint64 with the default 77.
+    void jsonValues_data()
+    {
+        // Columns: value, text, number.
+        addColumns<Json::Value, QString, ull>();
+        addRow("null", Json::Value(), "dflt", 77ull);
+        addRow("negative int", Json::Value(-1), "-1", kMax);
+        addRow("uint64 max", Json::Value(Json::UInt64(kMax)), "18446744073709551615", kMax);
+        addRow("real 0.1", Json::Value(0.1), "0.1", 0ull);
+        addRow("real, six significant digits", Json::Value(1234567.8), "1.23457e+06", 1234567ull);
+        addRow("negative real toward zero", Json::Value(-3.9), "-3.9", ull(-3));
+        addRow("real 1e19, unsigned range", Json::Value(1e19), "1e+19", 10000000000000000000ull);
+        addRow("string", Json::Value("42"), "42", 42ull);
+        addRow("string, not a number", Json::Value("hé 世界"), "hé 世界", 0ull);
+        addRow("empty string is not the default", Json::Value(""), "", 0ull);
+        addRow("false", Json::Value(false), "false", 77ull);
+        addRow("array", parse("[1, 2]"), "dflt", 77ull);
+        addRow("object, compact with line end", parse(R"({ "b": "x", "a": 1 })"),
+               "{\"a\":1,\"b\":\"x\"}\n", 77ull);
+    }
+
+    void jsonValues()
+    {
+        const auto [value, text, number] = fetch<Json::Value, QString, ull>();
+        QCOMPARE(jsonValue2String(value, "dflt"), text);
+        QCOMPARE(jsonValue2StdString(value, "dflt"), text.toStdString());
+        QCOMPARE(jsonValue2uint64(value, 77), number);
+        // An element or a member reads as the value itself; past the end or
+        // missing, the default; an object is no array.
+        Json::Value array(Json::arrayValue), object(Json::objectValue);
+        array.append(value);
+        object["k"] = value;
+        QCOMPARE(QStringList(
+                     {jsonArray2String(array, 0, "dflt"), jsonArray2String(array, 1, "dflt"),
+                      jsonArray2String(object, 0, "dflt"), jsonObject2String(object, "k", "dflt")}),
+                 QStringList({text, "dflt", "dflt", text}));
+        QCOMPARE(jsonObject2Unint64(object, "k", 77), number);
+        QCOMPARE(toByteArray("é世"), QByteArray("\xc3\xa9\xe4\xb8\x96"));
+    }
+
+    // Members by key, defaults "dflt", 9 and false or true; the expected
+    // results of jsonObject2String, jsonGetString, jsonObject2Unint64 and
+    // jsonGetBool (both defaults), joined by spaces.
+    void jsonMembers_data()
+    {
+        // Columns: object, key, expected.
+        addColumns<Json::Value, QString, QString>();
+        const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "big": 1234567.0,
+            "IsLogined": true, "nil": null, "list": [1], "obj": { "k": "v" }, "名字": "张三" })");
+        addRow("text", user, "Name", "Ann Ann 0 false true");
+        addRow("real: jsonGetString has the library format it", user, "big",
+               "1.23457e+06 1234567.0 1234567 true true");
+        addRow("true", user, "IsLogined", "true true 9 true true");
+        addRow("null member: the library's reading", user, "nil", "dflt  9 false false");
+        addRow("array member", user, "list", "dflt dflt 9 false true");
+        addRow("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
+        addRow("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
+        addRow("non-ASCII key", user, "名字", "张三 张三 0 false true");
+        addRow("null container", Json::Value(), "Name", "dflt dflt 9 false true");
+        addRow("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
+    }
+
+    void jsonMembers()
+    {
+        const auto [object, key, expected] = fetch<Json::Value, QString, QString>();
+        QCOMPARE(QStringList(
+                     {jsonObject2String(object, key, "dflt"), jsonGetString(object, key, "dflt"),
+                      QString::number(jsonObject2Unint64(object, key, 9)),
+                      text(jsonGetBool(object, key, false)), text(jsonGetBool(object, key, true))})
+                     .join(' '),
+                 expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCommHelpers)
+#include "tst_commhelpers.moc"

@@ -1,0 +1,340 @@
+// Which application of the suite opens which file, and what reaches the
+// suite, the cloud service and the desktop when the helpers hand documents,
+// paths and addresses on. Answers that depend on where the program lives and
+// what it is called come from probe processes copied into temporary
+// directories laid out like the suite's bundle; stub programs record what
+// arrives.
+
+#include "commsuitekit.h"
+#include "kstubprogram.h"
+#include "ktestappdir.h"
+#include "ktestenvironment.h"
+#include "ktesttable.h"
+#include "kwarningcatcher.h"
+
+#include "common/kingorelongtimedetecthelper.h"
+#include "common/kopencommand.h"
+#include "common/qcommfiletypes.h"
+#include "common/qcommopenfile.h"
+#include "common/qcommprocess.h"
+#include "common/qcommstores.h"
+
+#include <vex/klongtimeblockdetector.h>
+#include <vex/kxapplication.h>
+#include <vexlite/hostcontrol.h>
+
+#include <QDesktopServices>
+#include <QtTest>
+
+using namespace QComm;
+using namespace KTestTable;
+
+namespace {
+
+const QString kSuite = "Zento Office.app/Contents/MacOS";
+const QString kService = "\"Run /InstanceId:ZentoCloudSvr zentocloudsvrimp.dll /nimbowork "
+                         "/run_plugin /plugin_name=nimbo /plugin_entry=nimbowork%1.dll "
+                         "/start_from=plugin_nimbo %2\"";
+
+QString storeKey(const QString& appType)
+{
+    return "usercenter/allsupporttype/" + appType + "open";
+}
+
+// The built-in lists as the probe reports them, the one of appType replaced
+// by a non-empty replacement.
+QString listsText(const QString& appType, const QString& replacement)
+{
+    QStringList parts{getZentoOpenAllSupportTypeList().join(';'),
+                      getTabixOpenAllSupportTypeList().join(';'),
+                      getSlidexOpenAllSupportTypeList().join(';'), "pdf;epub;mobi"};
+    if (!replacement.isEmpty())
+        parts[QStringList({"zento", "tabix", "slidex", "pdf"}).indexOf(appType)] = replacement;
+    return parts.join('|');
+}
+
+// What the probe reports for an open: the result, then the command line.
+QString opened(bool failed, const QString& bundle, const QString& target)
+{
+    return QString(failed ? "true" : "false") + " open -a \"" + bundle + "\" \"" + target + '"';
+}
+
+} // namespace
+
+class TestCommLaunch : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    QStringList m_urls;
+
+public slots:
+    // Stands in for the desktop's handler of a URL scheme.
+    void recordUrl(const QUrl& url) { m_urls.append(url.toEncoded()); }
+
+private slots:
+    void init()
+    {
+        m_env.resetHost();
+        QFile::remove("pwned");
+    }
+
+    // --- document types -------------------------------------------------
+
+    // First of the slots that ask for the lists: this process takes its
+    // copies of the built-in lists here.
+    void builtinLists()
+    {
+        const QList<QStringList> lists{
+            getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
+            getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType()};
+        // Duplicates are kept: xls and odc twice in the spreadsheet's list.
+        QCOMPARE(QList<int>({lists[0].size(), lists[1].size(), lists[2].size(),
+                             lists[1].count("xls") + lists[1].count("odc")}),
+                 QList<int>({15, 38, 14, 4}));
+        QCOMPARE(lists[3], QStringList({"pdf", "epub", "mobi"}));
+        QStringList zento{"stale"}, slidex, tabix, pdf{"stale", "more"};
+        getZentoSupportList(zento, slidex, tabix, pdf); // slidex second, tabix third
+        QCOMPARE((QList<QStringList>{zento, tabix, slidex, pdf}), lists);
+    }
+
+    // getAppTypeBySuffix, checkIsVexSupport, checkIsZentoSupport(checkType).
+    void lookups_data()
+    {
+        // Columns: suffix, checkType, expected.
+        addColumns<QString, QString, QString>();
+        addRow("TXT: word processor asked first", "TXT", "tabix", "zento true true");
+        addRow("uof, in three lists", "uof", "slidex", "zento true true");
+        addRow("csv", "csv", "zento", "tabix true false");
+        addRow("Dbf, case ignored", "Dbf", "TABIX", "tabix true true");
+        addRow("NIMBO stands for all four", "Epub", "NIMBO", "pdf true true");
+        addRow("other application type", "pdf", "other", "pdf true false");
+        addRow("unknown", "xyz", "nimbo", " false false");
+        addRow("with its dot", ".docx", "zento", " false false");
+    }
+
+    void lookups()
+    {
+        const auto [suffix, checkType, expected] = fetch<QString, QString, QString>();
+        QCOMPARE(getAppTypeBySuffix(suffix) + ' ' + text(checkIsVexSupport(suffix)) + ' ' +
+                     text(checkIsZentoSupport(checkType, suffix)),
+                 expected);
+    }
+
+    // A fresh process with one list stored: the lists, and the lookups as
+    // above with checkType the stored list's type.
+    void storedLists_data()
+    {
+        // Columns: type, stored, suffix, expected.
+        addColumns<QString, QString, QString, QString>();
+        addRow("separators kept: empty suffix", "zento", "a;;b;", "", "zento true true");
+        addRow("empty text: built-in list", "zento", "", "", " false false");
+        addRow("txt moves to the spreadsheet", "zento", "odt", "TXT", "tabix true false");
+        addRow("spreadsheet list without csv", "tabix", "docx", "csv", " false false");
+        addRow("stored case kept", "pdf", "PDF;Djvu;", "djvu", "pdf true true");
+        addRow("the presentation's list", "slidex", "key", "KEY", "slidex true true");
+    }
+
+    void storedLists()
+    {
+        const auto [type, stored, suffix, expected] = fetch<QString, QString, QString, QString>();
+        const QString lists = listsText(type, stored);
+        writeNimboRegValue(storeKey(type), stored);
+        QCOMPARE(runProbe(KTestAppDir(m_env.rootPath()),
+                          {"--lists", "--support-list", "--apptype", suffix, "--vex", suffix,
+                           "--check", type, suffix}),
+                 QStringList({lists, lists}) + expected.split(' '));
+    }
+
+    // Each function takes its copies on its own first call: those asked
+    // before a change keep the old lists, those asked after see the pdf list
+    // of that moment but the other lists as they were first read.
+    void eachFunctionCopiesOnItsFirstCall()
+    {
+        const QString withDjvu = listsText("pdf", "djvu");
+        // clang-format off
+        QCOMPARE(runProbe(KTestAppDir(m_env.rootPath()), {
+            "--apptype", "pdf",
+            "--write", storeKey("pdf"), "djvu", "--write", storeKey("zento"), "zzz",
+            "--write", storeKey("tabix"), "zzz", "--write", storeKey("slidex"), "zzz",
+            "--lists", "--apptype", "djvu", "--vex", "djvu", "--vex", "zzz",
+            "--check", "pdf", "djvu", "--check", "nimbo", "mobi", "--support-list",
+            "--apptype", "mobi"}),
+            QStringList({"pdf", "", "", "", "", withDjvu, "", "true", "false", "true", "false",
+                         withDjvu, "pdf"}));
+        // clang-format on
+    }
+
+    // --- opening files --------------------------------------------------
+
+    // Where the launcher is looked for depends on where the program runs and
+    // what it is called; what reaches it must be the target, unchanged, and
+    // any document goes to the cloud client with its name in Base64.
+    void launches_data()
+    {
+        // Columns: folder, name, bundle, path, fileId, fileName, base64.
+        addColumns<QString, QString, QString, QString, QString, QString, QString>();
+        const auto layout = [](const char* tag, const char* folder, const char* name,
+                               const char* bundle) {
+            addRow(tag, folder, name, bundle, "/tmp/doc.txt", "id", "a.docx", "YS5kb2N4");
+        };
+        layout("suite in its bundle", "Zento Office.app/Contents/MacOS", "zentooffice",
+               "Zento Office.app");
+        layout("helper inside the suite's bundle",
+               "Z.app/Contents/SharedSupport/H.app/Contents/MacOS", "nimbohelper", "Z.app");
+        layout("name differs in case: a helper", "Z.app/Contents/MacOS", "ZentoOffice",
+               "Z.app/Contents/MacOS");
+        layout("first marker counts", "A.app/Contents/MacOS/B.app/Contents/MacOS", "zentooffice",
+               "A.app");
+        addRow("helper installed flat, unknown extension", "bin", "nimbohelper", "bin", "/a b", "7",
+               "notes.xyz", "bm90ZXMueHl6");
+        const auto target = [](const char* tag, const char* path, const char* fileId,
+                               const char* fileName, const char* base64) {
+            addRow(tag, kSuite, "zentooffice", "Zento Office.app", path, fileId, fileName, base64);
+        };
+        target("quotes and semicolons", "/tmp/it's \"q\";touch pwned", "7\";touch pwned;\"",
+               "a\"b';touch pwned.docx", "YSJiJzt0b3VjaCBwd25lZC5kb2N4");
+        target("command substitution", "/tmp/$(touch pwned)", "`touch pwned`",
+               "$(touch pwned).docx", "JCh0b3VjaCBwd25lZCkuZG9jeA==");
+        target("non-ASCII, newlines, percent signs", "/tmp/报告\ntouch pwned", "%1\n",
+               "%2\n会议.docx", "JTIK5Lya6K6uLmRvY3g=");
+    }
+
+    void launches()
+    {
+        const auto [folder, name, bundle, path, fileId, fileName, base64] =
+            fetch<QString, QString, QString, QString, QString, QString, QString>();
+        const KTestAppDir appDir(m_env.rootPath());
+        const KStubProgram launcher(appDir.filePath(bundle + "/zentooffice"),
+                                    appDir.filePath("calls"));
+        const QString url = "vexnimbo://type=open&fileid=" + fileId + "&displayname=" + base64;
+        const QString bundlePath = appDir.filePath(bundle);
+        QCOMPARE(
+            runProbe(appDir, {"--name", name, "--open-exe", path, "--open-vex", fileId, fileName},
+                     folder),
+            QStringList({"", opened(false, bundlePath, path), opened(false, bundlePath, url)}));
+        QVERIFY(launcher.waitForCalls(2));
+        QCOMPARE(launcher.calls(), KStubProgram::sorted({QStringList{path}, QStringList{url}}));
+        QVERIFY(!QFileInfo::exists("pwned") && !QFileInfo::exists(appDir.filePath("pwned")));
+    }
+
+    // No launcher in the bundle: the commands are there, but fail. Without an
+    // application object there is no bundle and nothing runs. The guard works
+    // with a plain application object, or none.
+    void failedOrNoStart()
+    {
+        const KTestAppDir appDir(m_env.rootPath());
+        const QString bundle = appDir.filePath("Zento Office.app");
+        const QStringList open{"--guard", "--open-exe", "/tmp/a", "--open-vex", "1", "a"};
+        QCOMPARE(
+            runProbe(appDir, QStringList{"--name", "zentooffice"} + open, kSuite),
+            QStringList({"", "", opened(true, bundle, "/tmp/a"),
+                         opened(true, bundle, "vexnimbo://type=open&fileid=1&displayname=YQ==")}));
+        const KStubProgram launcher(appDir.filePath("zentooffice"), appDir.filePath("calls"));
+        QCOMPARE(runProbe(appDir, QStringList{"--no-app"} + open),
+                 QStringList({"", "false ", "false "}));
+        QVERIFY(launcher.isValid() && launcher.calls().isEmpty());
+    }
+
+    // --- processes and addresses ----------------------------------------
+
+    void cloudService_data()
+    {
+        // Columns: name, overseas, extra, started.
+        addColumns<QString, bool, QString, bool>();
+        addRow("home edition", "zentooffice", false, "", true);
+        addRow("overseas edition", "zentooffice", true, "", true);
+        addRow("shell characters stay in the text", "zentooffice", true,
+               "\"; touch pwned; $(touch pwned) `touch pwned` '", true);
+        addRow("helper process starts nothing", "nimbohelper", false, "x", false);
+        addRow("name differs in case", "ZentoOffice", false, "x", false);
+    }
+
+    void cloudService()
+    {
+        const auto [name, overseas, extra, started] = fetch<QString, bool, QString, bool>();
+        const KTestAppDir appDir(m_env.rootPath());
+        const KStubProgram service(
+            appDir.filePath("Zento Office.app/Contents/SharedSupport/"
+                            "zentocloudsvr.app/Contents/MacOS/zentocloudsvr"),
+            appDir.filePath("calls"));
+        krt::hostcontrol::setOverseasVersion(overseas);
+        // A start that must happen follows: one that must not would have
+        // been started before it, and is seen along with it.
+        QCOMPARE(runProbe(appDir, {"--name", name, "--launch", extra}, kSuite).size(), 2);
+        QCOMPARE(runProbe(appDir, {"--name", "zentooffice", "--launch", "marker"}, kSuite).size(),
+                 2);
+        QList<QStringList> calls{{kService.arg(overseas ? "xa" : "", "marker")}};
+        if (started)
+            calls.append({kService.arg(overseas ? "xa" : "", extra)});
+        QVERIFY(service.waitForCalls(calls.size()));
+        QCOMPARE(service.calls(), KStubProgram::sorted(calls));
+        QVERIFY(!QFileInfo::exists("pwned"));
+    }
+
+    // Nothing is started on this platform, quoted or not.
+    void createProcessStartsNothing()
+    {
+        for (const char* program : {"", "/Applications/My App", "\"/Applications/My App\""})
+            QVERIFY(!createProcess(program, "--arg", m_env.rootPath()));
+        QVERIFY(isSurroundWith("\"a b\"", "\"") && isSurroundWith("\"", "\""));
+        QVERIFY(!isSurroundWith("\"a b", "\"") && !isSurroundWith("a b\"", "\""));
+        QVERIFY(!isSurroundWith("-x--", "--"));
+    }
+
+    // Per-user child keys of the group, whatever they hold; nothing else.
+    void clientCount()
+    {
+        QCOMPARE(getClientCount(), 0);
+        for (const char* key : {"userinfo/1/x", "activeclient/count", "activeclient/1/a/b",
+                                "activeclient/1/c", "activeclient/2/pid"})
+            writeNimboRegValue(key, 1);
+        raw(KHKSoftwareSettings::LocalMachine).setValue("Corvane/ZentoCloud/activeclient/3/pid", 1);
+        QCOMPARE(getClientCount(), 2);
+    }
+
+    // Addresses go to the desktop's handler, parsed tolerantly; Safari is
+    // not there on the machines that run this.
+    void addresses()
+    {
+        for (const char* scheme : {"https", "http"})
+            QDesktopServices::setUrlHandler(scheme, this, "recordUrl");
+        QDesktopServices::setUrlHandler("zentofail", this, "noSuchSlot");
+        QVERIFY(openUrl("https://e.com/a?b=1") && openUrl("http://e.com/a b/100%"));
+        QVERIFY(!openUrl("") && !openUrl("zentofail://x"));
+        QCOMPARE(m_urls, QStringList({"https://e.com/a?b=1", "http://e.com/a%20b/100%25"}));
+        QVERIFY(QFileInfo::exists("/Applications/Safari.app") ||
+                (!openUrlBySafari("") && !openUrlBySafari("https://e.com")));
+        QCOMPARE(KOpenCommand::forSafari("https://e.com/?q=\"2\"").text(),
+                 QString("open -a /Applications/Safari.app \"https://e.com/?q=\"2\"\""));
+    }
+
+    // The guard switches the host's detector off for its life, nested; one
+    // constructed with false does nothing at either end.
+    void guard()
+    {
+        KLongTimeBlockDetector* detector =
+            static_cast<KxApplication*>(qApp)->longTimeBlockDetector();
+        {
+            KIngoreLongTimeDetectHelper outer(true);
+            {
+                KIngoreLongTimeDetectHelper inner(true);
+                KIngoreLongTimeDetectHelper off(false);
+            }
+            QVERIFY(detector->isIgnored());
+        }
+        QVERIFY(!detector->isIgnored());
+        KIngoreLongTimeDetectHelper off(false);
+        QVERIFY(!detector->isIgnored());
+    }
+};
+
+// The guard needs the suite's application object, with its detector.
+int main(int argc, char** argv)
+{
+    KxApplication app(argc, argv);
+    TestCommLaunch test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_commlaunch.moc"
