@@ -90,9 +90,10 @@ private slots:
         QCOMPARE(account(), QString("out||||"));
     }
 
-    // library: the one to copy to addons/deskhive, "-" for no such folder.
-    // account: the simulator's state file beside it, or the stand-in
-    // client's user information, whose wrapped address is wrapReply.
+    // library: the one to copy to addons/deskhive; "-" no such folder, ""
+    // the folder alone, "text" a text file in the library's place. account:
+    // the simulator's state file beside it, or the stand-in client's user
+    // information, whose wrapped address is wrapReply.
     // expected starts the probe's answer; "URL": the address it asks for.
     void layouts_data()
     {
@@ -111,8 +112,11 @@ private slots:
         const QByteArray in = R"({"IsLogined": true})";
         const char* wrap = "https://wrapped.example/?t=1";
         row("no addons/deskhive folder", "-", in, wrap, "00000 0 URL");
+        row("folder without a library", "", in, wrap, "00000 0 URL");
+        row("a text file, not a library", "text", in, wrap, "00000 0 URL");
         row("simulator, state beside it", simulator, signedIn("Ada"), "",
             "11111 1 https://account.zentooffice.example/autologin?token=");
+        row("simulator, signed out", simulator, R"({"IsLogined": false})", "", "11111 0 URL");
         row("signed in", fake, in, wrap, "10100 1 https://wrapped.example/?t=1");
         row("signed in, empty wrapped address", fake, in, "", "10100 1 URL");
         row("no IsLogined", fake, R"({"Name": "F"})", wrap, "10100 0 URL");
@@ -132,9 +136,12 @@ private slots:
         QFile file(library);
         QVERIFY(app.installExecutable(self));
         if (library != "-")
+            QVERIFY(app.writeFile("addons/deskhive/state.json", account));
+        if (library == "text")
+            QVERIFY(app.writeFile("addons/deskhive/libdeskhive.so", "not a library\n"));
+        else if (library != "-" && !library.isEmpty())
             QVERIFY(file.open(QIODevice::ReadOnly) &&
-                    app.writeFile("addons/deskhive/libdeskhive.so", file.readAll()) &&
-                    app.writeFile("addons/deskhive/state.json", account));
+                    app.writeFile("addons/deskhive/libdeskhive.so", file.readAll()));
         QProcessEnvironment env;
         env.insert("DESKHIVE_STATE", ""); // the state file beside the library
         env.insert("FAKE_NIMBO_USERINFO", account);
