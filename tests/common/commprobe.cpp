@@ -9,6 +9,7 @@
 #include "common/qcommcloudnodes.h"
 #include "common/qcommfiletypes.h"
 #include "common/qcommidentity.h"
+#include "common/qcommmanualroaming.h"
 #include "common/qcommopenfile.h"
 #include "common/qcommprocess.h"
 #include "common/qcommstores.h"
@@ -84,6 +85,8 @@ std::optional<QString> runOperation(const QStringList& args, int& at)
         return cloudFileNodeName(NodeRoamingName);
     else if (op == "syncSwitches")
         return text(isDesktopSyncEnable()) + ' ' + text(isV5MetadataEnable());
+    else if (op == "getManualRoamingFiles" && take(1))
+        return getManualRoamingFiles(arg(1)).join('|');
     else
         return std::nullopt;
     return QString();

@@ -10,6 +10,7 @@
 
 #include "common/qcommcloudnodes.h"
 #include "common/qcommidentity.h"
+#include "common/qcommmanualroaming.h"
 #include "common/qcommstores.h"
 #include "common/qcommsyncswitches.h"
 
@@ -79,6 +80,20 @@ private slots:
         const QString uuid = createUuid();
         QVERIFY2(QRegularExpression("^[0-9a-f]{32}$").match(uuid).hasMatch(), qPrintable(uuid));
         QVERIFY(uuid != createUuid());
+    }
+
+    // The list lives in its file: another process reads what this one marked.
+    void roamingListReachesTheNextProcess()
+    {
+        const QString dir = m_env.rootPath() + "/shared-list";
+        QVERIFY(QDir().mkpath(dir));
+        addManualRoamingFiles(dir, "/docs/a.docx");
+        addManualRoamingFiles(dir, QString::fromUtf8("/文档/b.xlsx"));
+        delManualRoamingFiles(dir, "/docs/a.docx");
+        addManualRoamingFiles(dir, "/docs/c.pptx");
+        QStringList files = probe({"getManualRoamingFiles", dir}).value(0).split('|');
+        files.sort();
+        QCOMPARE(files, QStringList({"/docs/c.pptx", QString::fromUtf8("/文档/b.xlsx")}));
     }
 
     void language_data()
