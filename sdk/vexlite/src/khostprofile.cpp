@@ -81,14 +81,20 @@ void KHostProfile::clearLocked(const QString& dir)
         layer.clear();
     m_info = QJsonObject();
     m_language = QStringLiteral("en_US");
-    loadTranslatorLocked();
 }
 
 bool KHostProfile::load(const QString& dir, QString* error)
 {
     QMutexLocker lock(&m_mutex);
     clearLocked(QDir(dir).absolutePath());
+    const bool read = readLocked(error);
+    // Once, for whatever language the profile left: a failed read leaves English.
+    loadTranslatorLocked();
+    return read;
+}
 
+bool KHostProfile::readLocked(QString* error)
+{
     const QString path = QDir(m_dir).filePath(QLatin1String(kProfileFile));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -127,10 +133,8 @@ bool KHostProfile::load(const QString& dir, QString* error)
     m_info = root.value(QLatin1String("info")).toObject();
     const QString language =
         root.value(QLatin1String("i18n")).toObject().value(QLatin1String("language")).toString();
-    if (!language.isEmpty()) {
+    if (!language.isEmpty())
         m_language = language;
-        loadTranslatorLocked();
-    }
     return true;
 }
 
@@ -138,6 +142,7 @@ void KHostProfile::reset(const QString& dir)
 {
     QMutexLocker lock(&m_mutex);
     clearLocked(dir.isEmpty() ? QString() : QDir(dir).absolutePath());
+    loadTranslatorLocked();
 }
 
 bool KHostProfile::save(const QString& dir, QString* error)

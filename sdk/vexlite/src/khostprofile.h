@@ -63,6 +63,7 @@ private:
     KHostProfile();
     void ensureLoadedLocked();
     void clearLocked(const QString& dir);
+    bool readLocked(QString* error);
     void loadTranslatorLocked();
 
     static constexpr int kLayerCount = 5;
