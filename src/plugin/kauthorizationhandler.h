@@ -24,9 +24,6 @@ public:
     QVariant defaultInfo(const QString& key, const QString& group, const QString& name) override;
     void insertStaticInfo(const QString& key, const QVariant& value) override;
 
-    // Number of keys held by the information cache, for diagnostics.
-    int cachedInfoCount() const { return m_infoCache.size(); }
-
 private:
     QHash<QString, QVariant> m_infoCache;
 };
