@@ -7,11 +7,6 @@
 
 namespace {
 
-QString toQString(const Comm::WideString& text)
-{
-    return QString::fromStdU16String(text);
-}
-
 Comm::WideString below(const Comm::WideString& parent, const char16_t* piece)
 {
     Comm::WideString path = parent + piece;
@@ -86,7 +81,7 @@ bool createDeepDirectory(const WideString& path)
     // QDir would warn about an empty name; there is nothing to create.
     if (path.empty())
         return false;
-    const QString dir = toQString(path);
+    const QString dir = QString::fromStdU16String(path);
     return QFileInfo(dir).isDir() || QDir().mkpath(dir);
 }
 

@@ -6,21 +6,16 @@
 
 namespace {
 
-QString toQString(const Comm::WideString& text)
-{
-    return QString::fromStdU16String(text);
-}
-
 QVariant readUserInfo(const Comm::WideString& key, const QVariant& defaultValue)
 {
     KHKSoftwareSettings settings(KHKSoftwareSettings::CurrentUser, QComm::kNimboUserInfoStorePath);
-    return settings.value(toQString(key), defaultValue);
+    return settings.value(QString::fromStdU16String(key), defaultValue);
 }
 
 void writeUserInfo(const Comm::WideString& key, const QVariant& value)
 {
     KHKSoftwareSettings settings(KHKSoftwareSettings::CurrentUser, QComm::kNimboUserInfoStorePath);
-    settings.setValue(toQString(key), value);
+    settings.setValue(QString::fromStdU16String(key), value);
 }
 
 } // namespace
@@ -34,12 +29,12 @@ int readNimboUserInfoRegValue(const WideString& key, unsigned int defaultValue)
 
 WideString readNimboUserInfoRegValue(const WideString& key, const WideString& defaultValue)
 {
-    return readUserInfo(key, toQString(defaultValue)).toString().toStdU16String();
+    return readUserInfo(key, QString::fromStdU16String(defaultValue)).toString().toStdU16String();
 }
 
 void writeNimboUserInfoRegValue(const WideString& key, const WideString& value)
 {
-    writeUserInfo(key, toQString(value));
+    writeUserInfo(key, QString::fromStdU16String(value));
 }
 
 void writeNimboUserInfoRegValue(const WideString& key, unsigned int value)
