@@ -3,8 +3,8 @@
 // and every centre page is wrapped for automatic sign-in before it opens.
 // Runs against the simulator beside the benchmark, signed in.
 
-#include "usercenter/kdeskhivelib.h"
-#include "usercenter/knimboclientinstance.h"
+#include "kdeskhivelib.h"
+#include "knimboclientinstance.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,8 +1,8 @@
 // What deciding on a file's application costs. The cloud client asks for
 // every row of a folder listing, on its GUI thread.
 
-#include "common/qcommfiletypes.h"
-#include "common/qcommopenfile.h"
+#include "qcommfiletypes.h"
+#include "qcommopenfile.h"
 
 #include <vexlite/hostcontrol.h>
 

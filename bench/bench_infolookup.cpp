@@ -1,7 +1,7 @@
 // How long the host waits for an answer from the handler. The host asks for
 // product values while it builds menus and dialogs, on its GUI thread.
 
-#include "plugin/kxacommonauthhandler.h"
+#include "kxacommonauthhandler.h"
 
 #include <vexlite/hostcontrol.h>
 #include <vexlite/krtauth.h>

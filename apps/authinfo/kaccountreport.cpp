@@ -1,8 +1,8 @@
 #include "kaccountreport.h"
 
-#include "common/qcommjson.h"
-#include "usercenter/kdeskhivelib.h"
-#include "usercenter/knimboclientinstance.h"
+#include "kdeskhivelib.h"
+#include "knimboclientinstance.h"
+#include "qcommjson.h"
 
 #include <QDir>
 #include <QTextStream>

@@ -1,8 +1,8 @@
 #include "kdiagnosticsreport.h"
 
-#include "common/commpaths.h"
-#include "common/qcommidentity.h"
-#include "common/qcommpaths.h"
+#include "commpaths.h"
+#include "qcommidentity.h"
+#include "qcommpaths.h"
 
 #include <vexlite/hostcontrol.h>
 

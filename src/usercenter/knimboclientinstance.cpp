@@ -1,7 +1,7 @@
 #include "knimboclientinstance.h"
 
-#include "common/qcommjson.h"
 #include "kdeskhivelib.h"
+#include "qcommjson.h"
 
 #include <deskhive/nimboclient.h>
 

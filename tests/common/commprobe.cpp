@@ -5,15 +5,15 @@
 // text for each; "--no-app" first runs it without an application object.
 // An unknown operation or missing operands end it with status 2.
 
-#include "common/kingorelongtimedetecthelper.h"
-#include "common/qcommcloudnodes.h"
-#include "common/qcommfiletypes.h"
-#include "common/qcommidentity.h"
-#include "common/qcommmanualroaming.h"
-#include "common/qcommopenfile.h"
-#include "common/qcommprocess.h"
-#include "common/qcommstores.h"
-#include "common/qcommsyncswitches.h"
+#include "kingorelongtimedetecthelper.h"
+#include "qcommcloudnodes.h"
+#include "qcommfiletypes.h"
+#include "qcommidentity.h"
+#include "qcommmanualroaming.h"
+#include "qcommopenfile.h"
+#include "qcommprocess.h"
+#include "qcommstores.h"
+#include "qcommsyncswitches.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -10,13 +10,13 @@
 #include "ktesttable.h"
 #include "kwarningcatcher.h"
 
-#include "common/commpaths.h"
-#include "common/commstores.h"
-#include "common/commstrings.h"
-#include "common/qcommjson.h"
-#include "common/qcommmanualroaming.h"
-#include "common/qcommpaths.h"
-#include "common/qcommstores.h"
+#include "commpaths.h"
+#include "commstores.h"
+#include "commstrings.h"
+#include "qcommjson.h"
+#include "qcommmanualroaming.h"
+#include "qcommpaths.h"
+#include "qcommstores.h"
 
 #include <json/json.h>
 #include <vexlite/hostcontrol.h>

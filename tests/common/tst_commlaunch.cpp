@@ -12,12 +12,12 @@
 #include "ktesttable.h"
 #include "kwarningcatcher.h"
 
-#include "common/kingorelongtimedetecthelper.h"
-#include "common/kopencommand.h"
-#include "common/qcommfiletypes.h"
-#include "common/qcommopenfile.h"
-#include "common/qcommprocess.h"
-#include "common/qcommstores.h"
+#include "kingorelongtimedetecthelper.h"
+#include "kopencommand.h"
+#include "qcommfiletypes.h"
+#include "qcommopenfile.h"
+#include "qcommprocess.h"
+#include "qcommstores.h"
 
 #include <vex/klongtimeblockdetector.h>
 #include <vex/kxapplication.h>

@@ -4,7 +4,7 @@
 #include "ktestenvironment.h"
 #include "kwarningcatcher.h"
 
-#include "plugin/kxacommonauthhandler.h"
+#include "kxacommonauthhandler.h"
 
 #include <vexlite/hostcontrol.h>
 #include <vexlite/krtauth.h>

@@ -9,8 +9,8 @@
 #include "ktestenvironment.h"
 #include "kwarningcatcher.h"
 
-#include "usercenter/kdeskhivelib.h"
-#include "usercenter/knimboclientinstance.h"
+#include "kdeskhivelib.h"
+#include "knimboclientinstance.h"
 
 #include <deskhive/livestateupdatecache.h>
 #include <deskhive/nimboclient.h>
