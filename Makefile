@@ -1,12 +1,14 @@
-# Set-up, build and the two everyday commands. Each target installs what is
+# Set-up, build and the everyday commands. Each target installs what is
 # missing, configures and builds first, so any of them works on a fresh
 # Debian 12 machine.
 
 BUILD_DIR ?= build
 BUILD_TYPE ?= RelWithDebInfo
+CHECK_DIR ?= build-check
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all deps configure build run test bench format clean
+.PHONY: all deps configure build run test check check-build check-format bench lint format clean
 
 all: build
 
@@ -26,11 +28,29 @@ run: build
 test: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
+# The second compiler under AddressSanitizer and UndefinedBehaviorSanitizer,
+# in a build directory of its own; any finding fails its suite. Then the
+# format of every tracked source.
+check: check-build check-format
+
+check-build: deps
+	CC=clang CXX=clang++ cmake -S . -B $(CHECK_DIR) -DCMAKE_BUILD_TYPE=Debug \
+	    -DAUTH_SANITIZE=address,undefined -DAUTH_BUILD_BENCHMARKS=OFF
+	cmake --build $(CHECK_DIR) -j $(JOBS)
+	cd $(CHECK_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+check-format: deps
+	@clang-format --dry-run --Werror $(SOURCES) && echo "check-format: $(words $(SOURCES)) files formatted"
+
+# Static analysis with the checks in .clang-tidy, over the ordinary build.
+lint: configure
+	run-clang-tidy -quiet -p $(BUILD_DIR) -j $(JOBS) '^$(CURDIR)/(src|sdk|apps)/'
+
 bench: build
 	@for b in $(BUILD_DIR)/bin/bench_*; do echo "== $$b"; QT_QPA_PLATFORM=offscreen $$b; done
 
 format:
-	clang-format -i $$(git ls-files '*.cpp' '*.h')
+	clang-format -i $(SOURCES)
 
 clean:
-	rm -rf $(BUILD_DIR)
+	rm -rf $(BUILD_DIR) $(CHECK_DIR)

@@ -11,6 +11,7 @@ packages=(
     qttools5-dev qttools5-dev-tools
     libjsoncpp-dev
     libbenchmark-dev
+    clang libclang-rt-14-dev clang-format clang-tidy
     xvfb xauth
 )
 

@@ -12,7 +12,7 @@
 // list: nothing is read or written.
 namespace QComm {
 
-constexpr QLatin1String MANUAL_ROAMING_CONFIG_FILE("manualroaming.ini");
+inline const QLatin1String MANUAL_ROAMING_CONFIG_FILE("manualroaming.ini");
 
 // The marked paths, each once; keys that decode to nothing are skipped.
 QStringList getManualRoamingFiles(const QString& dir);

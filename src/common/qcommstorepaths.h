@@ -7,13 +7,13 @@
 // backslash separates the components, as the suite's store expects them.
 namespace QComm {
 
-constexpr QLatin1String kOldNimboStorePath("Corvane\\nimbo");
-constexpr QLatin1String kNimboStorePath("Corvane\\ZentoCloud");
-constexpr QLatin1String kNimboUserInfoStorePath("Corvane\\ZentoCloud\\userinfo");
-constexpr QLatin1String kZentoCommonStorePath("Corvane\\Office\\6.0\\Common");
-constexpr QLatin1String kDeskhiveStorePath("Corvane\\Office\\6.0\\plugins\\deskhive");
-constexpr QLatin1String kNimboCloudDiskStorePath("Corvane\\ZentoCloud\\clouddisk");
-constexpr QLatin1String kNimboNseStorePath("Corvane\\ZentoCloud\\Nse");
+inline const QLatin1String kOldNimboStorePath("Corvane\\nimbo");
+inline const QLatin1String kNimboStorePath("Corvane\\ZentoCloud");
+inline const QLatin1String kNimboUserInfoStorePath("Corvane\\ZentoCloud\\userinfo");
+inline const QLatin1String kZentoCommonStorePath("Corvane\\Office\\6.0\\Common");
+inline const QLatin1String kDeskhiveStorePath("Corvane\\Office\\6.0\\plugins\\deskhive");
+inline const QLatin1String kNimboCloudDiskStorePath("Corvane\\ZentoCloud\\clouddisk");
+inline const QLatin1String kNimboNseStorePath("Corvane\\ZentoCloud\\Nse");
 
 } // namespace QComm
 

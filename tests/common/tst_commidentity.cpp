@@ -8,11 +8,11 @@
 #include "ktesttable.h"
 #include "kwarningcatcher.h"
 
-#include "common/qcommcloudnodes.h"
-#include "common/qcommidentity.h"
-#include "common/qcommmanualroaming.h"
-#include "common/qcommstores.h"
-#include "common/qcommsyncswitches.h"
+#include "qcommcloudnodes.h"
+#include "qcommidentity.h"
+#include "qcommmanualroaming.h"
+#include "qcommstores.h"
+#include "qcommsyncswitches.h"
 
 #include <vexlite/hostcontrol.h>
 
@@ -225,7 +225,7 @@ private slots:
     void folderNames()
     {
         const auto [first, last, international, domestic] = fetch<int, int, QString, QString>();
-        const auto names = [&](bool overseas) {
+        const auto names = [&, first = first, last = last](bool overseas) {
             krt::hostcontrol::setOverseasVersion(overseas); // asked on every call
             QStringList list;
             for (qint64 kind = first; kind <= last; ++kind)
