@@ -10,6 +10,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+namespace AuthTest {
+
 QSettings raw(KHKSoftwareSettings::HKEY root)
 {
     return QSettings(KHKSoftwareSettings::storeFileName(root), QSettings::IniFormat);
@@ -43,3 +45,5 @@ QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
         texts.append(QJsonDocument::fromJson(line.toUtf8()).array().at(0).toString());
     return texts;
 }
+
+} // namespace AuthTest

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace AuthTest {
+
 class KTestAppDir;
 
 // What the suites of the helper layer share.
@@ -23,5 +25,7 @@ QString text(bool value);
 // receives its error output.
 QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
                      const QString& folder = QString(), QString* err = nullptr);
+
+} // namespace AuthTest
 
 #endif // COMMSUITEKIT_H

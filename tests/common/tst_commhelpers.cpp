@@ -7,7 +7,6 @@
 #include "commsuitekit.h"
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
-#include "ktesttable.h"
 #include "kwarningcatcher.h"
 
 #include "commpaths.h"
@@ -32,8 +31,8 @@ Q_DECLARE_METATYPE(Path)
 Q_DECLARE_METATYPE(Json::Value)
 
 using namespace Comm;
+using namespace AuthTest;
 using namespace QComm;
-using namespace KTestTable;
 
 namespace {
 
@@ -90,19 +89,27 @@ private slots:
 
     void pathStrings_data()
     {
-        // Columns: path, cut, name; cut: pathRemoveFileSpec.
-        addColumns<QString, QString, QString>();
-        addRow("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
-        addRow("trailing separator", "/a/b/", "/a/b", "");
-        addRow("bare name", "file.txt", "", "file.txt");
-        addRow("top-level entry", "/a", "", "a");
-        addRow("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
-        addRow("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
+        // cut: pathRemoveFileSpec.
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("cut");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char* tag, const char* path, const char* cut, const char* name) {
+            QTest::newRow(tag) << path << cut << name;
+        };
+        row("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
+        row("trailing separator", "/a/b/", "/a/b", "");
+        row("bare name", "file.txt", "", "file.txt");
+        row("top-level entry", "/a", "", "a");
+        row("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
+        row("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
     }
 
     void pathStrings()
     {
-        const auto [path, cut, name] = fetch<QString, QString, QString>();
+        QFETCH(QString, path);
+        QFETCH(QString, cut);
+        QFETCH(QString, name);
+
         QCOMPARE(q(getFileName(path.utf16())), name);
         Comm::WideString wide = path.toStdU16String();
         pathRemoveFileSpec(wide);
@@ -112,22 +119,33 @@ private slots:
     void textStrings_data()
     {
         // trimmed: only U+0020 counts
-        // Columns: text, from, to, replaced, trimmed.
-        addColumns<QString, QString, QString, QString, QString>();
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("replaced");
+        QTest::addColumn<QString>("trimmed");
+        const auto row = [](const char* tag, const char* text, const char* from, const char* to,
+                            const char* replaced, const char* trimmed) {
+            QTest::newRow(tag) << text << from << to << replaced << trimmed;
+        };
         // A rescan would find "ab" across the inserted "xxa" and what follows.
-        addRow("inserted text not searched", "abb", "ab", "xxa", "xxab", "abb");
-        addRow("adjacent removals, both ends", "  a--b  c ", "-", "", "  ab  c ", "a--b  c");
-        addRow("no overlap", "aaa", "aa", "b", "ba", "aaa");
-        addRow("match around the insertion", "aabb", "ab", "", "ab", "aabb");
-        addRow("case-sensitive, tabs", " \tx X\t ", "x", "y", " \ty X\t ", "\tx X\t");
-        addRow("longer than the text", "    ", "abcde", "x", "    ", "");
-        addRow("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
+        row("inserted text not searched", "abb", "ab", "xxa", "xxab", "abb");
+        row("adjacent removals, both ends", "  a--b  c ", "-", "", "  ab  c ", "a--b  c");
+        row("no overlap", "aaa", "aa", "b", "ba", "aaa");
+        row("match around the insertion", "aabb", "ab", "", "ab", "aabb");
+        row("case-sensitive, tabs", " \tx X\t ", "x", "y", " \ty X\t ", "\tx X\t");
+        row("longer than the text", "    ", "abcde", "x", "    ", "");
+        row("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
     }
 
     void textStrings()
     {
-        const auto [text, from, to, replaced, trimmed] =
-            fetch<QString, QString, QString, QString, QString>();
+        QFETCH(QString, text);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, replaced);
+        QFETCH(QString, trimmed);
+
         Comm::WideString wide = text.toStdU16String();
         QCOMPARE(q(Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
         QCOMPARE(q(trimSpace(wide)), trimmed);
@@ -152,25 +170,27 @@ private slots:
 
     void tree_data()
     {
-        // Columns: build, relative.
-        addColumns<Path, QString>();
-        addRow("app data", Path(getAppdataPath), "");
-        addRow("local app data", Path(getLocalAppdataPath), "");
-        addRow("nimbo", Path(getNimboAppdataPath), "/nimbo");
-        addRow("cloud files", Path(std::bind(getNimboLocalAppdataPath, true)),
-               "/Zento Cloud Files");
-        addRow("userdata", Path(std::bind(getNimboUserDataRootPath, false)),
-               "/Zento Cloud Files/userdata");
-        addRow("update", Path(getNimboUpdateRootPath), "/Zento Cloud Files/update");
-        addRow("resource", Path(getNimboResourcePath), "/Zento Cloud Files/resource");
-        addRow("Deskhive", Path(getDeskhivePath), "/office6/Deskhive");
-        addRow("log", Path(getLogPath), "/office6/Deskhive/log");
-        addRow("dump", Path(getDumpPath), "/office6/Deskhive/dump");
+        QTest::addColumn<Path>("build");
+        QTest::addColumn<QString>("relative");
+        QTest::newRow("app data") << Path(getAppdataPath) << "";
+        QTest::newRow("local app data") << Path(getLocalAppdataPath) << "";
+        QTest::newRow("nimbo") << Path(getNimboAppdataPath) << "/nimbo";
+        QTest::newRow("cloud files")
+            << Path(std::bind(getNimboLocalAppdataPath, true)) << "/Zento Cloud Files";
+        QTest::newRow("userdata") << Path(std::bind(getNimboUserDataRootPath, false))
+                                  << "/Zento Cloud Files/userdata";
+        QTest::newRow("update") << Path(getNimboUpdateRootPath) << "/Zento Cloud Files/update";
+        QTest::newRow("resource") << Path(getNimboResourcePath) << "/Zento Cloud Files/resource";
+        QTest::newRow("Deskhive") << Path(getDeskhivePath) << "/office6/Deskhive";
+        QTest::newRow("log") << Path(getLogPath) << "/office6/Deskhive/log";
+        QTest::newRow("dump") << Path(getDumpPath) << "/office6/Deskhive/dump";
     }
 
     void tree()
     {
-        const auto [build, relative] = fetch<Path, QString>();
+        QFETCH(Path, build);
+        QFETCH(QString, relative);
+
         QCOMPARE(q(build()), m_root + relative);
         // Every level exists, and nothing beside the path was made.
         QString level = m_root;
@@ -201,24 +221,28 @@ private slots:
 
     void newUserData_data()
     {
-        // Columns: marker, version, expected.
-        addColumns<QVariant, QString, bool>();
+        QTest::addColumn<QVariant>("marker");
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<bool>("expected");
         const QVariant one(1);
-        addRow("last old version", one, "9.1.0.4817", false);
-        addRow("next build", one, "9.1.0.4818", true);
-        addRow("next major, marker as text", QVariant("1"), "10.0.0.0", true);
-        addRow("older, higher later parts", one, "9.0.9999.9999", false);
-        addRow("three parts", one, "9.1.0", false);
-        addRow("five parts", one, "9.1.0.4818.1", false);
-        addRow("empty part counts as 0", one, "9.2..0", true);
-        addRow("unknown version: 8.1.0.X", one, "0.0.0.0", false);
-        addRow("marker 2", QVariant(2), "10.0.0.0", false);
-        addRow("no marker", QVariant(), "10.0.0.0", false);
+        QTest::newRow("last old version") << one << "9.1.0.4817" << false;
+        QTest::newRow("next build") << one << "9.1.0.4818" << true;
+        QTest::newRow("next major, marker as text") << QVariant("1") << "10.0.0.0" << true;
+        QTest::newRow("older, higher later parts") << one << "9.0.9999.9999" << false;
+        QTest::newRow("three parts") << one << "9.1.0" << false;
+        QTest::newRow("five parts") << one << "9.1.0.4818.1" << false;
+        QTest::newRow("empty part counts as 0") << one << "9.2..0" << true;
+        QTest::newRow("unknown version: 8.1.0.X") << one << "0.0.0.0" << false;
+        QTest::newRow("marker 2") << QVariant(2) << "10.0.0.0" << false;
+        QTest::newRow("no marker") << QVariant() << "10.0.0.0" << false;
     }
 
     void newUserData()
     {
-        const auto [marker, version, expected] = fetch<QVariant, QString, bool>();
+        QFETCH(QVariant, marker);
+        QFETCH(QString, version);
+        QFETCH(bool, expected);
+
         if (marker.isValid())
             writeNimboUserInfoRegValue("zentocloudfiles", marker);
         krt::hostcontrol::setVersion(version);
@@ -233,19 +257,22 @@ private slots:
 
     void inUserDataRoot_data()
     {
-        // Columns: path, expected; %R: the application-data root.
-        addColumns<QString, bool>();
-        addRow("below the new root", "%R/Zento Cloud Files/userdata/u1/a.docx", true);
-        addRow("other letter case", "%R/zento cloud files/USERDATA/a", true);
-        addRow("new root itself", "%R/Zento Cloud Files/userdata", false);
-        addRow("sibling of the new root", "%R/Zento Cloud Files/userdata2/a", false);
-        addRow("contained, not at the start", "/x%R/Zento Cloud Files/userdata/a", true);
-        addRow("below the old root", "%R/office6/Deskhive/log/x.log", true);
+        // %R: the application-data root.
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("below the new root") << "%R/Zento Cloud Files/userdata/u1/a.docx" << true;
+        QTest::newRow("other letter case") << "%R/zento cloud files/USERDATA/a" << true;
+        QTest::newRow("new root itself") << "%R/Zento Cloud Files/userdata" << false;
+        QTest::newRow("sibling of the new root") << "%R/Zento Cloud Files/userdata2/a" << false;
+        QTest::newRow("contained, not at the start") << "/x%R/Zento Cloud Files/userdata/a" << true;
+        QTest::newRow("below the old root") << "%R/office6/Deskhive/log/x.log" << true;
     }
 
     void inUserDataRoot()
     {
-        const auto [path, expected] = fetch<QString, bool>();
+        QFETCH(QString, path);
+        QFETCH(bool, expected);
+
         QCOMPARE(isInUserDataRootPath(QString(path).replace("%R", m_root)), expected);
     }
 
@@ -285,22 +312,29 @@ private slots:
     // every read is text.
     void machineFallback_data()
     {
-        // Columns: perUser, machineWide, defaultValue, expected.
-        addColumns<QVariant, QVariant, QVariant, QString>();
+        QTest::addColumn<QVariant>("perUser");
+        QTest::addColumn<QVariant>("machineWide");
+        QTest::addColumn<QVariant>("defaultValue");
+        QTest::addColumn<QString>("expected");
         const QVariant none;
-        addRow("neither: default", none, none, QVariant("x"), "x");
-        addRow("integer default", none, none, QVariant(0), "0");
-        addRow("machine only, empty default", none, QVariant(7), QVariant(""), "7");
-        addRow("machine only, default hides it", none, QVariant("v"), QVariant("x"), "x");
-        addRow("per user wins", QVariant(true), QVariant("m"), none, "true");
-        addRow("empty per-user text defers", QVariant(""), QVariant("m"), QVariant("x"), "m");
-        addRow("both empty", QVariant(""), QVariant(""), QVariant("x"), "");
+        QTest::newRow("neither: default") << none << none << QVariant("x") << "x";
+        QTest::newRow("integer default") << none << none << QVariant(0) << "0";
+        QTest::newRow("machine only, empty default") << none << QVariant(7) << QVariant("") << "7";
+        QTest::newRow("machine only, default hides it")
+            << none << QVariant("v") << QVariant("x") << "x";
+        QTest::newRow("per user wins") << QVariant(true) << QVariant("m") << none << "true";
+        QTest::newRow("empty per-user text defers")
+            << QVariant("") << QVariant("m") << QVariant("x") << "m";
+        QTest::newRow("both empty") << QVariant("") << QVariant("") << QVariant("x") << "";
     }
 
     void machineFallback()
     {
-        const auto [perUser, machineWide, defaultValue, expected] =
-            fetch<QVariant, QVariant, QVariant, QString>();
+        QFETCH(QVariant, perUser);
+        QFETCH(QVariant, machineWide);
+        QFETCH(QVariant, defaultValue);
+        QFETCH(QString, expected);
+
         for (const char* path : {"Common", "plugins/deskhive", "plugins/deskhive/g"}) {
             for (const auto& [root, value] :
                  {std::pair(kUser, perUser), std::pair(kMachine, machineWide)})
@@ -347,17 +381,22 @@ private slots:
 
     void roamingRoundTrip_data()
     {
-        // Columns: path, key.
-        addColumns<QString, QString>();
-        addRow("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
-        addRow("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("key");
+        const auto row = [](const char* tag, const char* path, const char* key) {
+            QTest::newRow(tag) << path << key;
+        };
+        row("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
+        row("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
         // Keys with "/" and "+": the INI file must not split them into groups.
-        addRow("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
+        row("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
     }
 
     void roamingRoundTrip()
     {
-        const auto [path, key] = fetch<QString, QString>();
+        QFETCH(QString, path);
+        QFETCH(QString, key);
+
         const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
         const uint before = QDateTime::currentDateTimeUtc().toSecsSinceEpoch();
         QVERIFY(QDir().mkpath(dir) && getManualRoamingFiles(dir).isEmpty());
@@ -405,27 +444,35 @@ private slots:
     // jsonValue2String, and jsonValue2uint64 with the default 77.
     void jsonValues_data()
     {
-        // Columns: value, text, number.
-        addColumns<Json::Value, QString, ull>();
-        addRow("null", Json::Value(), "dflt", 77ull);
-        addRow("negative int", Json::Value(-1), "-1", kMax);
-        addRow("uint64 max", Json::Value(Json::UInt64(kMax)), "18446744073709551615", kMax);
-        addRow("real 0.1", Json::Value(0.1), "0.1", 0ull);
-        addRow("real, six significant digits", Json::Value(1234567.8), "1.23457e+06", 1234567ull);
-        addRow("negative real toward zero", Json::Value(-3.9), "-3.9", ull(-3));
-        addRow("real 1e19, unsigned range", Json::Value(1e19), "1e+19", 10000000000000000000ull);
-        addRow("string", Json::Value("42"), "42", 42ull);
-        addRow("string, not a number", Json::Value("hé 世界"), "hé 世界", 0ull);
-        addRow("empty string is not the default", Json::Value(""), "", 0ull);
-        addRow("false", Json::Value(false), "false", 77ull);
-        addRow("array", parse("[1, 2]"), "dflt", 77ull);
-        addRow("object, compact with line end", parse(R"({ "b": "x", "a": 1 })"),
-               "{\"a\":1,\"b\":\"x\"}\n", 77ull);
+        QTest::addColumn<Json::Value>("value");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<ull>("number");
+        QTest::newRow("null") << Json::Value() << "dflt" << 77ull;
+        QTest::newRow("negative int") << Json::Value(-1) << "-1" << kMax;
+        QTest::newRow("uint64 max")
+            << Json::Value(Json::UInt64(kMax)) << "18446744073709551615" << kMax;
+        QTest::newRow("real 0.1") << Json::Value(0.1) << "0.1" << 0ull;
+        QTest::newRow("real, six significant digits")
+            << Json::Value(1234567.8) << "1.23457e+06" << 1234567ull;
+        QTest::newRow("negative real toward zero") << Json::Value(-3.9) << "-3.9" << ull(-3);
+        QTest::newRow("real 1e19, unsigned range")
+            << Json::Value(1e19) << "1e+19" << 10000000000000000000ull;
+        QTest::newRow("string") << Json::Value("42") << "42" << 42ull;
+        QTest::newRow("string, not a number") << Json::Value("hé 世界") << "hé 世界" << 0ull;
+        QTest::newRow("empty string is not the default") << Json::Value("") << "" << 0ull;
+        QTest::newRow("false") << Json::Value(false) << "false" << 77ull;
+        QTest::newRow("array") << parse("[1, 2]") << "dflt" << 77ull;
+        QTest::newRow("object, compact with line end")
+            << parse(R"({ "b": "x", "a": 1 })") << "{\"a\":1,\"b\":\"x\"}\n"
+            << 77ull;
     }
 
     void jsonValues()
     {
-        const auto [value, text, number] = fetch<Json::Value, QString, ull>();
+        QFETCH(Json::Value, value);
+        QFETCH(QString, text);
+        QFETCH(ull, number);
+
         QCOMPARE(jsonValue2String(value, "dflt"), text);
         QCOMPARE(jsonValue2StdString(value, "dflt"), text.toStdString());
         QCOMPARE(jsonValue2uint64(value, 77), number);
@@ -447,26 +494,34 @@ private slots:
     // jsonGetBool (both defaults), joined by spaces.
     void jsonMembers_data()
     {
-        // Columns: object, key, expected.
-        addColumns<Json::Value, QString, QString>();
+        QTest::addColumn<Json::Value>("object");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* tag, const Json::Value& object, const char* key,
+                            const char* expected) {
+            QTest::newRow(tag) << object << key << expected;
+        };
         const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "big": 1234567.0,
             "IsLogined": true, "nil": null, "list": [1], "obj": { "k": "v" }, "名字": "张三" })");
-        addRow("text", user, "Name", "Ann Ann 0 false true");
-        addRow("real: jsonGetString has the library format it", user, "big",
-               "1.23457e+06 1234567.0 1234567 true true");
-        addRow("true", user, "IsLogined", "true true 9 true true");
-        addRow("null member: the library's reading", user, "nil", "dflt  9 false false");
-        addRow("array member", user, "list", "dflt dflt 9 false true");
-        addRow("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
-        addRow("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
-        addRow("non-ASCII key", user, "名字", "张三 张三 0 false true");
-        addRow("null container", Json::Value(), "Name", "dflt dflt 9 false true");
-        addRow("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
+        row("text", user, "Name", "Ann Ann 0 false true");
+        row("real: jsonGetString has the library format it", user, "big",
+            "1.23457e+06 1234567.0 1234567 true true");
+        row("true", user, "IsLogined", "true true 9 true true");
+        row("null member: the library's reading", user, "nil", "dflt  9 false false");
+        row("array member", user, "list", "dflt dflt 9 false true");
+        row("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
+        row("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
+        row("non-ASCII key", user, "名字", "张三 张三 0 false true");
+        row("null container", Json::Value(), "Name", "dflt dflt 9 false true");
+        row("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
     }
 
     void jsonMembers()
     {
-        const auto [object, key, expected] = fetch<Json::Value, QString, QString>();
+        QFETCH(Json::Value, object);
+        QFETCH(QString, key);
+        QFETCH(QString, expected);
+
         QCOMPARE(QStringList(
                      {jsonObject2String(object, key, "dflt"), jsonGetString(object, key, "dflt"),
                       QString::number(jsonObject2Unint64(object, key, 9)),

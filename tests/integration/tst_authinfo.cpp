@@ -11,6 +11,7 @@
 #include <QLibrary>
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace krt::hostcontrol;
 
 class TestAuthInfo : public QObject

@@ -19,6 +19,7 @@
 #include <QThread>
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace krt::hostcontrol;
 
 class TestHost : public QObject

@@ -2,6 +2,8 @@
 
 #include <QMutex>
 
+namespace AuthTest {
+
 namespace {
 
 // Warnings may come from any thread (watchdogs, the thread pool).
@@ -32,3 +34,5 @@ QStringList KWarningCatcher::warnings() const
     const QMutexLocker locker(&g_lock);
     return g_caught;
 }
+
+} // namespace AuthTest

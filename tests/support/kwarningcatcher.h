@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+namespace AuthTest {
+
 // Collects the warnings logged while it lives, from any thread, instead of
 // printing them. Not reentrant: one catcher at a time.
 class KWarningCatcher
@@ -18,5 +20,7 @@ public:
 private:
     QtMessageHandler m_previous;
 };
+
+} // namespace AuthTest
 
 #endif // KWARNINGCATCHER_H
