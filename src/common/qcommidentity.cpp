@@ -1,5 +1,6 @@
 #include "qcommidentity.h"
 
+#include "commlogging.h"
 #include "qcommstores.h"
 
 #include <vexlite/kdcinfocdetail.h>
@@ -62,7 +63,7 @@ int langID()
 
 QVariant getNimboCfgsValue(const QString& key, const QVariant& defaultValue)
 {
-    qDebug("func getNimboCfgsValue mac not impl!");
+    qCDebug(lcAuthCommon, "func getNimboCfgsValue mac not impl!");
     QSettings setup(QCoreApplication::applicationDirPath() + QStringLiteral("/cfgs/setup.cfg"),
                     QSettings::IniFormat);
     setup.setIniCodec("UTF-8");

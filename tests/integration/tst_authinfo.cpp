@@ -134,6 +134,21 @@ private slots:
                  args.contains("Nope/Nothing"));
     }
 
+    // Debug notices of the helpers and of the cloud access, in their own
+    // categories, show with --verbose only.
+    void verbose()
+    {
+        for (const bool verbose : {false, true}) {
+            const QStringList reports{"--account", "--diagnostics"};
+            const KTestAppDir::Result run =
+                m_app.run(m_bin + "/authinfo", verbose ? reports + QStringList("-v") : reports);
+            QCOMPARE(run.exitCode, 0);
+            for (const QString& notice : {QString("func getNimboCfgsValue mac not impl!"),
+                                          "cloud library loaded from " + m_bin + "/addons"})
+                QVERIFY2(run.err.contains(notice) == verbose, qPrintable(run.err));
+        }
+    }
+
     void unusable_data()
     {
         QTest::addColumn<QStringList>("args"); // "@": this suite's folder

@@ -6,7 +6,8 @@
 namespace AuthTest {
 
 // Collects the warnings logged while it lives, from any thread, instead of
-// printing them. Not reentrant: one catcher at a time.
+// printing them: the text, after "<category>: " unless the category is the
+// default one. Not reentrant: one catcher at a time.
 class KWarningCatcher
 {
 public:

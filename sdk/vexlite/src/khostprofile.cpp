@@ -1,6 +1,7 @@
 #include "khostprofile.h"
 
 #include "vexlite/hostcontrol.h"
+#include "vexlitelogging.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -67,7 +68,7 @@ void KHostProfile::ensureLoadedLocked()
     const QString dir = defaultProfileDir();
     QString error;
     if (!load(dir, &error))
-        qWarning("vexlite: %s", qPrintable(error));
+        qCWarning(lcVexLite, "%s", qPrintable(error));
 }
 
 void KHostProfile::clearLocked(const QString& dir)
@@ -274,7 +275,7 @@ void KHostProfile::setConfigValue(unsigned layer, const QString& key, const QVar
             m_configs[bit].insert(key, value);
         return;
     }
-    qWarning("vexlite: %#x is not a single configuration layer", layer);
+    qCWarning(lcVexLite, "%#x is not a single configuration layer", layer);
 }
 
 QString KHostProfile::infoString(const QString& key)
@@ -338,7 +339,7 @@ void KHostProfile::loadTranslatorLocked()
     if (!m_translator.load(QLocale(m_language), QStringLiteral("vex"), QStringLiteral("_"),
                            QStringLiteral(":/vexlite/i18n")) &&
         !m_language.startsWith(QLatin1String("en"))) {
-        qWarning("vexlite: no host catalogue for language %s", qPrintable(m_language));
+        qCWarning(lcVexLite, "no host catalogue for language %s", qPrintable(m_language));
     }
 }
 
