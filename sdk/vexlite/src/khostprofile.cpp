@@ -37,18 +37,27 @@ QJsonObject toJsonObject(const QHash<QString, QVariant>& values)
     return object;
 }
 
-// JSON numbers arrive as doubles; whole numbers are kept as integers so
-// that they read back as "8" and not "8.0" style texts in every conversion.
+// Whole numbers are kept as integers, written "1e3" or "1000", so that they
+// read back as "1000" and not as a real number's text in every conversion;
+// int where it fits. Only real numbers within the 64-bit range can become
+// integers (-2^63 is the smallest, 2^63 the first past the largest); other
+// numbers stay real.
 QVariant fromJson(const QJsonValue& value)
 {
-    if (value.isDouble()) {
-        const double d = value.toDouble();
-        const qint64 whole = static_cast<qint64>(d);
-        if (static_cast<double>(whole) == d)
-            return whole >= INT_MIN && whole <= INT_MAX ? QVariant(static_cast<int>(whole))
-                                                        : QVariant(whole);
+    constexpr double kPastLargest = 9223372036854775808.0;
+    QVariant number = value.toVariant();
+    if (number.type() == QVariant::Double) {
+        const double d = number.toDouble();
+        if (d >= -kPastLargest && d < kPastLargest &&
+            static_cast<double>(static_cast<qint64>(d)) == d)
+            number = static_cast<qint64>(d);
     }
-    return value.toVariant();
+    if (number.type() == QVariant::LongLong) {
+        const qint64 whole = number.toLongLong();
+        if (whole >= INT_MIN && whole <= INT_MAX)
+            number = static_cast<int>(whole);
+    }
+    return number;
 }
 
 } // namespace
