@@ -25,6 +25,10 @@ QString text(bool value);
 // receives its error output.
 QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
                      const QString& folder = QString(), QString* err = nullptr);
+// Starts count probes at once, all with the same operations; their texts in
+// the order they were started, and their error outputs in errs.
+QList<QStringList> runProbesAtOnce(const KTestAppDir& appDir, const QStringList& operations,
+                                   int count, QStringList* errs = nullptr);
 
 } // namespace AuthTest
 

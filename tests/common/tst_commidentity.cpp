@@ -69,16 +69,38 @@ private slots:
         raw().setValue(kDeviceKey, "abc");
         QCOMPARE(deviceID(), first[0]);
         QCOMPARE(probe({"deviceID"}), QStringList{"abc"});
-        // A store that cannot be written: one new identifier per process.
+        // A store that cannot be written: each process keeps the identifier
+        // it made, and says once that it could not store it.
         QVERIFY(QFile::remove(raw().fileName()) && QDir().mkpath(raw().fileName()));
-        const QStringList once = probe({"deviceID", "deviceID"}), again = probe({"deviceID"});
+        QString err;
+        const QStringList once = probe({"deviceID", "deviceID"}, &err), again = probe({"deviceID"});
         QVERIFY2(kDeviceId.match(once.value(0)).hasMatch() && once.value(1) == once[0],
                  qPrintable(once[0]));
         QVERIFY2(kDeviceId.match(again.value(0)).hasMatch() && again[0] != once[0],
                  qPrintable(again[0]));
+        QCOMPARE(err, "auth.common: cannot store the device identifier in " + raw().fileName() +
+                          "; it holds for this process only\n");
         const QString uuid = createUuid();
         QVERIFY2(QRegularExpression("^[0-9a-f]{32}$").match(uuid).hasMatch(), qPrintable(uuid));
         QVERIFY(uuid != createUuid());
+    }
+
+    // First runs at the same moment on an empty store end with one
+    // identifier, the stored one.
+    void deviceIdOfFirstRunsAtOnce()
+    {
+        const QString barrier = m_env.rootPath() + "/barrier";
+        QVERIFY(QDir(barrier).removeRecursively() && QDir().mkpath(barrier));
+        QStringList errs, ids;
+        for (const QStringList& texts :
+             runProbesAtOnce(m_appDir, {"--barrier", barrier, "6", "deviceID"}, 6, &errs))
+            ids << texts.join(' ');
+        const QString stored = raw().value(kDeviceKey).toString();
+        QVERIFY2(kDeviceId.match(stored).hasMatch(), qPrintable(stored));
+        QCOMPARE(ids.size(), 6);
+        ids.removeDuplicates();
+        QCOMPARE(ids, QStringList{' ' + stored});
+        QCOMPARE(errs.join(""), QString());
     }
 
     // The list lives in its file: another process reads what this one marked.
