@@ -191,6 +191,7 @@ private slots:
         QFETCH(Path, build);
         QFETCH(QString, relative);
 
+        KWarningCatcher catcher;
         QCOMPARE(q(build()), m_root + relative);
         // Every level exists, and nothing beside the path was made.
         QString level = m_root;
@@ -200,6 +201,53 @@ private slots:
         }
         QCOMPARE(q(build()), m_root + relative); // and again with the tree in place
         QVERIFY(getNimboPath().empty());
+        QCOMPARE(catcher.warnings(), QStringList());
+    }
+
+    // A directory that cannot be made: the path all the same, and one warning
+    // per directory and process, naming it and why. "@": a data folder of the
+    // row's own, with a file at blocker below it.
+    void uncreatableDirectories_data()
+    {
+        QTest::addColumn<QString>("blocker");
+        QTest::addColumn<Path>("build");
+        QTest::addColumn<QString>("relative");
+        QTest::addColumn<QStringList>("warnings"); // directory, then why
+        const auto warning = [](const char* dir, const char* blocker) {
+            return QString("auth.common: cannot create the directory @%1: @%2 is not a directory")
+                .arg(dir, blocker);
+        };
+        QTest::newRow("data folder is a file")
+            << "" << Path(getLogPath) << "/office6/Deskhive/log"
+            << QStringList{warning("/office6/Deskhive", ""), warning("/office6/Deskhive/log", "")};
+        QTest::newRow("file of that name")
+            << "/Zento Cloud Files" << Path(getNimboResourcePath) << "/Zento Cloud Files/resource"
+            << QStringList{warning("/Zento Cloud Files", "/Zento Cloud Files"),
+                           warning("/Zento Cloud Files/resource", "/Zento Cloud Files")};
+        QTest::newRow("last level only")
+            << "/office6/Deskhive/dump" << Path(getDumpPath) << "/office6/Deskhive/dump"
+            << QStringList{warning("/office6/Deskhive/dump", "/office6/Deskhive/dump")};
+        QTest::newRow("icon cache")
+            << "/nimbo/resource" << Path([] { return getNimboIconCachePath().toStdU16String(); })
+            << "/nimbo/resource/iconcache"
+            << QStringList{warning("/nimbo/resource/iconcache", "/nimbo/resource")};
+    }
+
+    void uncreatableDirectories()
+    {
+        QFETCH(QString, blocker);
+        QFETCH(Path, build);
+        QFETCH(QString, relative);
+        QFETCH(QStringList, warnings);
+
+        const QString root = m_env.rootPath() + "/data-" + QTest::currentDataTag();
+        QVERIFY(KTestAppDir::write(root + blocker, "x"));
+        qputenv("XDG_DATA_HOME", root.toUtf8());
+        KWarningCatcher catcher;
+        const QString path = q(build()), again = q(build());
+        qputenv("XDG_DATA_HOME", m_root.toUtf8());
+        QCOMPARE(path + '|' + again, root + relative + '|' + root + relative);
+        QCOMPARE(catcher.warnings(), warnings.replaceInStrings("@", root));
     }
 
     void makeDirectories()

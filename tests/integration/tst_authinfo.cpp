@@ -149,6 +149,27 @@ private slots:
         }
     }
 
+    // A data folder that is a file: every directory the client would create
+    // is marked and warned about once, and the run fails.
+    void uncreatableDirectories()
+    {
+        const QString blocked = m_env.rootPath() + "/data-file";
+        QVERIFY(KTestAppDir::write(blocked, "x"));
+        QProcessEnvironment env;
+        env.insert("XDG_DATA_HOME", blocked);
+        const KTestAppDir::Result run = m_app.run(m_bin + "/authinfo", {"--diagnostics"}, env);
+        QCOMPARE(run.exitCode, 1);
+        QStringList marked;
+        for (const QString& line : run.out.split('\n').filter("(cannot be created)")) {
+            marked << line.section(blocked, 1).section("  ", 0, 0);
+            QCOMPARE(run.err.count("cannot create the directory " + blocked + marked.last() + ':'),
+                     1);
+        }
+        QCOMPARE(marked, QStringList({"/nimbo", "/Zento Cloud Files", "/Zento Cloud Files/userdata",
+                                      "/office6/Deskhive", "/office6/Deskhive/log",
+                                      "/office6/Deskhive/dump", "/nimbo/resource/iconcache"}));
+    }
+
     void unusable_data()
     {
         QTest::addColumn<QStringList>("args"); // "@": this suite's folder
