@@ -25,8 +25,14 @@ std::unique_ptr<QSettings> openList(const QString& dir)
 QString keyOf(const QString& file)
 {
     // A path is taken up to its first zero character, as the client does.
-    const QByteArray path(file.toUtf8().constData());
-    return QString::fromLatin1(path.toBase64());
+    QString key = QString::fromLatin1(QByteArray(file.toUtf8().constData()).toBase64());
+    // The settings class drops a "/" that ends a key; a "=" after it, which
+    // Base64 readers skip, keeps it. UTF-8 never makes the other keys it
+    // would change (one that starts with "/" or holds "//"): those need
+    // bytes from 0xFC up.
+    if (key.endsWith(QLatin1Char('/')))
+        key += QLatin1Char('=');
+    return key;
 }
 
 } // namespace
