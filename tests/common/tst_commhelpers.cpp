@@ -511,6 +511,37 @@ private slots:
         QCOMPARE(getManualRoamingFiles(dir) + RoamingList(dir).allKeys(), QStringList());
     }
 
+    // A damaged list: keys that decode to no text are no entries; an add
+    // invents none, for this reader or any other, and keeps every entry.
+    void roamingDamaged_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("entries"); // before the add, sorted
+        QTest::newRow("unclosed group") << QByteArray("[file/\nW=1\n") << QStringList();
+        QTest::newRow("unclosed group after entries")
+            << QByteArray("[file]\nL2E%3D=1\nL2I=2\n[file/\nW=3\n[other]\nx=4\n")
+            << QStringList({"/a", "/b"});
+        QTest::newRow("keys that are not UTF-8 text")
+            << QByteArray("[file]\n%2FW=1\nwyg%3D=2\nL2E%3D=3\n") << QStringList{"/a"};
+    }
+
+    void roamingDamaged()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, entries);
+
+        const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
+        QVERIFY(KTestAppDir::write(dir + "/manualroaming.ini", content));
+        const QStringList others = readByOthers(dir);
+        QCOMPARE(sorted(getManualRoamingFiles(dir)), entries);
+        addManualRoamingFiles(dir, "/new");
+        QCOMPARE(sorted(getManualRoamingFiles(dir)), sorted(entries << "/new"));
+        const QStringList after = readByOthers(dir);
+        QVERIFY(after.contains("/new"));
+        for (const QString& name : after)
+            QVERIFY2(name == "/new" || others.contains(name), qPrintable(name));
+    }
+
     // Edits keep the other entries; the reader skips keys it cannot use;
     // without a directory there is no list.
     void roamingEdits()
