@@ -17,7 +17,7 @@
 namespace {
 
 // A state file is a handful of members; anything larger is not one.
-constexpr qint64 kMaxStateFileSize = 1024 * 1024;
+constexpr qint64 kMaxStateFileSize = qint64(1024) * 1024;
 constexpr int kSettleMs = 50;
 
 } // namespace
