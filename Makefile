@@ -42,9 +42,12 @@ check-build: deps
 check-format: deps
 	@clang-format --dry-run --Werror $(SOURCES) && echo "check-format: $(words $(SOURCES)) files formatted"
 
-# Static analysis with the checks in .clang-tidy, over the ordinary build.
+# Static analysis with the checks in .clang-tidy, over the ordinary build's
+# compile commands: the sources and headers of src/, sdk/ and apps/. Any
+# finding is an error and fails the target.
 lint: configure
-	run-clang-tidy -quiet -p $(BUILD_DIR) -j $(JOBS) '^$(CURDIR)/(src|sdk|apps)/'
+	run-clang-tidy -quiet -p $(BUILD_DIR) -j $(JOBS) \
+	    -header-filter='^$(CURDIR)/(src|sdk|apps)/' '^$(CURDIR)/(src|sdk|apps)/'
 
 bench: build
 	@for b in $(BUILD_DIR)/bin/bench_*; do echo "== $$b"; QT_QPA_PLATFORM=offscreen $$b; done

@@ -6,22 +6,27 @@
 
 #include <vexlite/hostcontrol.h>
 
+#include <QFileInfo>
 #include <QPair>
 #include <QTextStream>
 #include <QVector>
 #include <QtWebKit/qwebkitglobal.h>
 
-namespace {
-
-QString path(const Comm::WideString& wide)
+bool KDiagnosticsReport::print(QTextStream& out)
 {
-    return QString::fromStdU16String(wide);
-}
+    // A directory the client needs but could not create; the helpers'
+    // warning says why.
+    bool created = true;
+    const auto dir = [&created](const QString& path) {
+        if (QFileInfo(path).isDir())
+            return path;
+        created = false;
+        return path + QStringLiteral("  ") + tr("(cannot be created)");
+    };
+    const auto wide = [&dir](const Comm::WideString& path) {
+        return dir(QString::fromStdU16String(path));
+    };
 
-} // namespace
-
-void KDiagnosticsReport::print(QTextStream& out)
-{
     // The user agent the suite's web views send: the host's interface
     // language and the engine's own version.
     const QString webKitUserAgent =
@@ -33,14 +38,14 @@ void KDiagnosticsReport::print(QTextStream& out)
         {tr("Language identifier"), QString::number(QComm::langID())},
         {tr("Web engine user agent"), webKitUserAgent},
         {tr("Host user agent"), QComm::getUserAgent()},
-        {tr("App data root"), path(Comm::getAppdataPath())},
-        {tr("Nimbo data"), path(Comm::getNimboAppdataPath())},
-        {tr("Zento Cloud Files"), path(Comm::getNimboLocalAppdataPath(false))},
-        {tr("User data"), path(Comm::getNimboUserDataRootPath(false))},
-        {tr("Deskhive"), path(Comm::getDeskhivePath())},
-        {tr("Log"), path(Comm::getLogPath())},
-        {tr("Dump"), path(Comm::getDumpPath())},
-        {tr("Icon cache"), QComm::getNimboIconCachePath()},
+        {tr("App data root"), QString::fromStdU16String(Comm::getAppdataPath())},
+        {tr("Nimbo data"), wide(Comm::getNimboAppdataPath())},
+        {tr("Zento Cloud Files"), wide(Comm::getNimboLocalAppdataPath(false))},
+        {tr("User data"), wide(Comm::getNimboUserDataRootPath(false))},
+        {tr("Deskhive"), wide(Comm::getDeskhivePath())},
+        {tr("Log"), wide(Comm::getLogPath())},
+        {tr("Dump"), wide(Comm::getDumpPath())},
+        {tr("Icon cache"), dir(QComm::getNimboIconCachePath())},
         {tr("New user data layout"),
          QComm::isNewUserData() ? QStringLiteral("yes") : QStringLiteral("no")},
     };
@@ -52,4 +57,5 @@ void KDiagnosticsReport::print(QTextStream& out)
     for (const auto& line : lines)
         out << "  " << line.first.leftJustified(labelWidth) << "  " << line.second << '\n';
     out.flush();
+    return created;
 }

@@ -16,6 +16,8 @@
 
 namespace {
 
+// Exit status when the diagnostics found directories that cannot be created.
+constexpr int kExitDiagnosticsProblem = 1;
 // Exit status when the plug-in cannot be loaded, distinct from usage errors.
 constexpr int kExitPluginError = 2;
 
@@ -94,6 +96,7 @@ int main(int argc, char* argv[])
     const bool account = parser.isSet(accountOption);
     const bool diagnostics = parser.isSet(diagnosticsOption);
     const bool everything = keys.isEmpty() && !account && !diagnostics;
+    int status = 0;
     bool first = true;
     const auto section = [&]() {
         if (!first)
@@ -110,9 +113,10 @@ int main(int argc, char* argv[])
     }
     if (everything || diagnostics) {
         section();
-        KDiagnosticsReport::print(out);
+        if (!KDiagnosticsReport::print(out))
+            status = kExitDiagnosticsProblem;
     }
 
     krt::hostcontrol::setHandler(nullptr);
-    return 0;
+    return status;
 }

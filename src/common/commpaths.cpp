@@ -1,7 +1,11 @@
 #include "commpaths.h"
 
+#include "commlogging.h"
+
 #include <QDir>
 #include <QFileInfo>
+#include <QMutex>
+#include <QSet>
 #include <QStandardPaths>
 #include <QString>
 
@@ -10,8 +14,38 @@ namespace {
 Comm::WideString below(const Comm::WideString& parent, const char16_t* piece)
 {
     Comm::WideString path = parent + piece;
-    Comm::createDeepDirectory(path);
+    Comm::_createBuiltDirectory(path);
     return path;
+}
+
+// Why dir could not be created: the deepest part of it that exists and is
+// no directory, or the part that cannot be written into.
+QString whyNotCreated(const QString& dir)
+{
+    QString existing = dir;
+    while (!existing.isEmpty() && !QFileInfo::exists(existing)) {
+        const int cut = existing.lastIndexOf(QLatin1Char('/'));
+        existing = cut > 0 ? existing.left(cut) : QLatin1String(cut == 0 ? "/" : "");
+    }
+    if (existing.isEmpty())
+        return QStringLiteral("no part of it exists");
+    if (!QFileInfo(existing).isDir())
+        return QStringLiteral("%1 is not a directory").arg(existing);
+    if (!QFileInfo(existing).isWritable())
+        return QStringLiteral("%1 is not writable").arg(existing);
+    return QStringLiteral("the file system refused it");
+}
+
+// True the first time a directory is reported in this process.
+bool firstReport(const QString& dir)
+{
+    static QMutex lock;
+    static QSet<QString> reported;
+    const QMutexLocker locker(&lock);
+    if (reported.contains(dir))
+        return false;
+    reported.insert(dir);
+    return true;
 }
 
 } // namespace
@@ -83,6 +117,17 @@ bool createDeepDirectory(const WideString& path)
         return false;
     const QString dir = QString::fromStdU16String(path);
     return QFileInfo(dir).isDir() || QDir().mkpath(dir);
+}
+
+bool _createBuiltDirectory(const WideString& path)
+{
+    if (createDeepDirectory(path))
+        return true;
+    const QString dir = QString::fromStdU16String(path);
+    if (firstReport(dir))
+        qCWarning(lcAuthCommon, "cannot create the directory %s: %s", qUtf8Printable(dir),
+                  qUtf8Printable(whyNotCreated(dir)));
+    return false;
 }
 
 bool fileExists(const unsigned short* path)

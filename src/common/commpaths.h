@@ -6,8 +6,8 @@
 // Where the cloud client keeps its files, in the wide-string layer. Every
 // builder below the application-data root appends its piece to its parent's
 // path, creates the directory and returns the path without a trailing
-// separator. A directory that cannot be created is not reported here: the
-// failure shows when a file is opened there.
+// separator, whether the directory could be created or not; one that cannot
+// be is logged once per process, with the reason.
 namespace Comm {
 
 // The parent of the application's writable data location; not created.
@@ -31,6 +31,10 @@ WideString getNimboPath();
 
 // True if the directory exists afterwards; missing parents are created.
 bool createDeepDirectory(const WideString& path);
+// createDeepDirectory for the path builders, which return their path
+// whatever happens: the first failure for a directory is logged as a
+// warning naming it and the reason.
+bool _createBuiltDirectory(const WideString& path);
 // Whether a file or directory of that name exists; false for null or "".
 bool fileExists(const unsigned short* path);
 

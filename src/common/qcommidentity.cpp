@@ -1,5 +1,6 @@
 #include "qcommidentity.h"
 
+#include "commlogging.h"
 #include "qcommstores.h"
 
 #include <vexlite/kdcinfocdetail.h>
@@ -9,9 +10,14 @@
 #include <vexlite/kxuseragentutil.h>
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QSysInfo>
+#include <QThread>
 #include <QUuid>
 
 namespace {
@@ -21,9 +27,53 @@ const QLatin1String kDeviceIdName("deviceid");
 const QLatin1String kLanguageStorePath("Corvane\\Office\\6.0\\Common\\Local");
 const QLatin1String kUnknownVersion("0.0.0.0");
 
+// Long enough for any process that holds the lock to read and write the
+// store; a lock held longer belongs to a process that hangs.
+constexpr int kDeviceLockTimeoutMs = 10000;
+
 QString randomUuidWithout(const char* pattern)
 {
     return QUuid::createUuid().toString().remove(QRegularExpression(QLatin1String(pattern)));
+}
+
+QString storedDeviceId()
+{
+    return KHKSoftwareSettings(KHKSoftwareSettings::CurrentUser, kDeviceStorePath)
+        .value(kDeviceIdName, QString())
+        .toString();
+}
+
+// The stored identifier, or a new one stored for every later process.
+// Processes that start at the same moment take turns through a lock file
+// beside the store, so that all of them end with the identifier the first
+// one stored. A store that cannot be written leaves the new identifier to
+// this process alone.
+QString loadOrCreateDeviceId()
+{
+    QString id = storedDeviceId();
+    if (!id.isEmpty())
+        return id;
+    const QString storeFile = KHKSoftwareSettings::storeFileName(KHKSoftwareSettings::CurrentUser);
+    QDir().mkpath(QFileInfo(storeFile).absolutePath());
+    QLockFile lock(storeFile + QStringLiteral(".deviceid.lock"));
+    // Without the lock (a folder that cannot be written, a hung process)
+    // the identifier is made all the same. The holder needs a few
+    // milliseconds: ask often rather than with QLockFile's growing pauses.
+    const QDeadlineTimer deadline(kDeviceLockTimeoutMs);
+    while (!lock.tryLock(0) && lock.error() == QLockFile::LockFailedError && !deadline.hasExpired())
+        QThread::msleep(2);
+    id = storedDeviceId();
+    if (!id.isEmpty())
+        return id;
+    id = QStringLiteral("UUID-") + randomUuidWithout("\\{|\\}").toUpper();
+    KHKSoftwareSettings store(KHKSoftwareSettings::CurrentUser, kDeviceStorePath);
+    store.setValue(kDeviceIdName, id);
+    store.sync();
+    if (store.status() != QSettings::NoError)
+        qCWarning(lcAuthCommon,
+                  "cannot store the device identifier in %s; it holds for this process only",
+                  qUtf8Printable(storeFile));
+    return id;
 }
 
 } // namespace
@@ -32,16 +82,7 @@ namespace QComm {
 
 QString deviceID()
 {
-    static QString id;
-    if (!id.isEmpty())
-        return id;
-    KHKSoftwareSettings store(KHKSoftwareSettings::CurrentUser, kDeviceStorePath);
-    id = store.value(kDeviceIdName, QString()).toString();
-    if (id.isEmpty()) {
-        id = QStringLiteral("UUID-") + randomUuidWithout("\\{|\\}").toUpper();
-        // Should this write fail, the next process makes another identifier.
-        store.setValue(kDeviceIdName, id);
-    }
+    static const QString id = loadOrCreateDeviceId();
     return id;
 }
 
@@ -62,7 +103,7 @@ int langID()
 
 QVariant getNimboCfgsValue(const QString& key, const QVariant& defaultValue)
 {
-    qDebug("func getNimboCfgsValue mac not impl!");
+    qCDebug(lcAuthCommon, "func getNimboCfgsValue mac not impl!");
     QSettings setup(QCoreApplication::applicationDirPath() + QStringLiteral("/cfgs/setup.cfg"),
                     QSettings::IniFormat);
     setup.setIniCodec("UTF-8");

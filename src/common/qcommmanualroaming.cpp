@@ -3,8 +3,11 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QDir>
+#include <QPair>
 #include <QSettings>
+#include <QVector>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -25,8 +28,56 @@ std::unique_ptr<QSettings> openList(const QString& dir)
 QString keyOf(const QString& file)
 {
     // A path is taken up to its first zero character, as the client does.
-    const QByteArray path(file.toUtf8().constData());
-    return QString::fromLatin1(path.toBase64());
+    QString key = QString::fromLatin1(QByteArray(file.toUtf8().constData()).toBase64());
+    // The settings class drops a "/" that ends a key; a "=" after it, which
+    // Base64 readers skip, keeps it. UTF-8 never makes the other keys it
+    // would change (one that starts with "/" or holds "//"): those need
+    // bytes from 0xFC up.
+    if (key.endsWith(QLatin1Char('/')))
+        key += QLatin1Char('=');
+    return key;
+}
+
+// The path a key names: its Base64 decoded up to the first zero byte, if
+// that is UTF-8 text, as every path a writer of the list starts from is.
+// Otherwise none: the key is damage, not an entry.
+QString nameOf(const QString& key)
+{
+    const QByteArray path(QByteArray::fromBase64(key.toUtf8()).constData());
+    const QString name = QString::fromUtf8(path);
+    return name.toUtf8() == path ? name : QString();
+}
+
+// Of a damaged file ("[file/" and a key below it) the settings class makes
+// keys it never writes itself, with a "/" at either end or two together. It
+// cannot address them, and it writes them back in a form that every reader
+// then takes for an entry: before an edit, the group keeps every other key
+// and loses those.
+void dropDamage(QSettings& list)
+{
+    const auto stray = [](const QString& key) {
+        return key.startsWith(QLatin1Char('/')) || key.endsWith(QLatin1Char('/')) ||
+               key.contains(QLatin1String("//"));
+    };
+    // The group's keys, listed from the top: its own listing can miss them.
+    list.endGroup();
+    const QString prefix = kFileGroup + QLatin1Char('/');
+    QStringList keys;
+    for (const QString& key : list.allKeys()) {
+        if (key.startsWith(prefix))
+            keys.append(key.mid(prefix.size()));
+    }
+    list.beginGroup(kFileGroup);
+    if (std::none_of(keys.cbegin(), keys.cend(), stray))
+        return;
+    QVector<QPair<QString, QVariant>> kept;
+    for (const QString& key : keys) {
+        if (!stray(key))
+            kept.append({key, list.value(key)});
+    }
+    list.remove(QString());
+    for (const auto& entry : kept)
+        list.setValue(entry.first, entry.second);
 }
 
 } // namespace
@@ -40,8 +91,7 @@ QStringList getManualRoamingFiles(const QString& dir)
         return files;
     const auto list = openList(dir);
     for (const QString& key : list->allKeys()) {
-        const QByteArray decoded = QByteArray::fromBase64(key.toUtf8());
-        const QString name = decoded.isNull() ? QString() : QString::fromUtf8(decoded.constData());
+        const QString name = nameOf(key);
         if (!name.isEmpty() && !files.contains(name))
             files.append(name);
     }
@@ -53,6 +103,7 @@ void addManualRoamingFiles(const QString& dir, const QString& file)
     if (dir.isEmpty())
         return;
     const auto list = openList(dir);
+    dropDamage(*list);
     list->setValue(keyOf(file), static_cast<uint>(QDateTime::currentDateTime().toSecsSinceEpoch()));
 }
 
@@ -61,6 +112,7 @@ void delManualRoamingFiles(const QString& dir, const QString& file)
     if (dir.isEmpty())
         return;
     const auto list = openList(dir);
+    dropDamage(*list);
     list->remove(keyOf(file));
     list->endGroup();
 }

@@ -14,7 +14,8 @@ namespace QComm {
 
 inline const QLatin1String MANUAL_ROAMING_CONFIG_FILE("manualroaming.ini");
 
-// The marked paths, each once; keys that decode to nothing are skipped.
+// The marked paths, each once; keys that do not decode to UTF-8 text are
+// skipped. Edits keep every key but those a damaged file left behind.
 QStringList getManualRoamingFiles(const QString& dir);
 // Marks file now; marking it again renews the time.
 void addManualRoamingFiles(const QString& dir, const QString& file);

@@ -78,7 +78,7 @@ QString getNimboIconCachePath()
                                          : QString::fromStdU16String(Comm::getNimboAppdataPath()) +
                                                QStringLiteral("/resource/iconcache");
     const QString nativePath = QDir::toNativeSeparators(path);
-    makeDeepPath(nativePath);
+    Comm::_createBuiltDirectory(nativePath.toStdU16String());
     return nativePath;
 }
 

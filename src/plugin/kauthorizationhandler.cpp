@@ -1,6 +1,7 @@
 #include "kauthorizationhandler.h"
 
 #include "authinfokeys.h"
+#include "pluginlogging.h"
 
 #include <vexlite/krtconfigs.h>
 
@@ -80,6 +81,7 @@ QVariant KAuthorizationHandler::defaultInfo(const QString& key, const QString& g
 {
     const QVariant configured = krt::configs::getValue(key, kDefaultInfoSources);
     if (!configured.isNull()) {
+        qCDebug(lcAuthPlugin, "info %s answered by the host configuration", qUtf8Printable(key));
         m_infoCache.insert(key, configured);
         return configured;
     }

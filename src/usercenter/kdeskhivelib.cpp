@@ -1,5 +1,7 @@
 #include "kdeskhivelib.h"
 
+#include "usercenterlogging.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -10,7 +12,10 @@ namespace {
 template <typename Func>
 Func resolve(QLibrary* library, const char* symbol)
 {
-    return reinterpret_cast<Func>(library->resolve(symbol));
+    const auto function = reinterpret_cast<Func>(library->resolve(symbol));
+    if (!function)
+        qCDebug(lcAuthUserCenter, "the cloud library does not export %s", symbol);
+    return function;
 }
 
 } // namespace
@@ -30,13 +35,19 @@ QString KDeskhiveLib::pluginDirectory()
 KDeskhiveLib::KDeskhiveLib()
 {
     const QString dir = pluginDirectory();
-    if (!QFileInfo::exists(dir))
+    if (!QFileInfo::exists(dir)) {
+        qCDebug(lcAuthUserCenter, "no cloud library: %s does not exist", qUtf8Printable(dir));
         return;
+    }
 
     // QLibrary adds the platform's prefix and suffix to the bare name.
     m_library = new QLibrary(QDir(dir).absolutePath() + QStringLiteral("/deskhive"));
-    if (!m_library->load())
+    if (!m_library->load()) {
+        qCDebug(lcAuthUserCenter, "no cloud library: %s", qUtf8Printable(m_library->errorString()));
         return;
+    }
+    qCDebug(lcAuthUserCenter, "cloud library loaded from %s",
+            qUtf8Printable(m_library->fileName()));
 
     m_localPushMessageDispatchInstance = resolve<LocalPushMessageDispatchInstanceFunc>(
         m_library, "LocalPushMessageDispatchInstance");

@@ -16,8 +16,12 @@
 #include "qcommsyncswitches.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QThread>
 #include <QThreadPool>
 
 #include <cstdio>
@@ -54,6 +58,15 @@ std::optional<QString> runOperation(const QStringList& args, int& at)
     else if (op == "--launch" && take(1)) {
         launchZentocloudsvr(arg(1));
         QThreadPool::globalInstance()->waitForDone();
+    } else if (op == "--barrier" && take(2)) {
+        // Probes started together meet here: each leaves its mark in the
+        // folder and goes on once count marks are there.
+        const QDir dir(arg(2));
+        QFile(dir.filePath(QString::number(QCoreApplication::applicationPid())))
+            .open(QIODevice::WriteOnly);
+        const QDeadlineTimer deadline(30000);
+        while (dir.entryList(QDir::Files).size() < arg(1).toInt() && !deadline.hasExpired())
+            QThread::usleep(200);
     } else if (op == "--guard") {
         KIngoreLongTimeDetectHelper guard(true);
     } else if (op == "--lists")

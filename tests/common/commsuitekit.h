@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace AuthTest {
+
 class KTestAppDir;
 
 // What the suites of the helper layer share.
@@ -23,5 +25,11 @@ QString text(bool value);
 // receives its error output.
 QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
                      const QString& folder = QString(), QString* err = nullptr);
+// Starts count probes at once, all with the same operations; their texts in
+// the order they were started, and their error outputs in errs.
+QList<QStringList> runProbesAtOnce(const KTestAppDir& appDir, const QStringList& operations,
+                                   int count, QStringList* errs = nullptr);
+
+} // namespace AuthTest
 
 #endif // COMMSUITEKIT_H

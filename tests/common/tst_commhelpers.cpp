@@ -7,7 +7,6 @@
 #include "commsuitekit.h"
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
-#include "ktesttable.h"
 #include "kwarningcatcher.h"
 
 #include "commpaths.h"
@@ -21,6 +20,7 @@
 #include <json/json.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <functional>
@@ -32,8 +32,8 @@ Q_DECLARE_METATYPE(Path)
 Q_DECLARE_METATYPE(Json::Value)
 
 using namespace Comm;
+using namespace AuthTest;
 using namespace QComm;
-using namespace KTestTable;
 
 namespace {
 
@@ -57,6 +57,51 @@ struct RoamingList : QSettings
         beginGroup("file");
     }
 };
+
+QStringList sorted(QStringList list)
+{
+    list.sort();
+    return list;
+}
+
+// The list of dir as any reader of the format reads it: each key of the
+// group, decoded from Base64 as Qt does it (other characters skipped), up
+// to a zero byte.
+QStringList readByOthers(const QString& dir)
+{
+    QStringList names;
+    for (const QString& key : RoamingList(dir).allKeys()) {
+        const QString name = QString::fromUtf8(QByteArray::fromBase64(key.toUtf8()).constData());
+        if (!name.isEmpty())
+            names.append(name);
+    }
+    return sorted(names);
+}
+
+// A path made of generated pieces: characters whose UTF-8 ends in a byte
+// with its six low bits set (a Base64 key that may end in "/"), any code
+// point, and any byte pattern as UTF-8 reads it.
+QString generatedPath(quint32 seed)
+{
+    QRandomGenerator random(seed);
+    const char32_t endInSixOnes[] = {U'?', U'\x7f', U'\u00bf', U'\u0fff', U'\uffff', U'\U0010ffff'};
+    QString path("/");
+    for (int piece = random.bounded(1, 10); piece > 0; --piece) {
+        const int kind = random.bounded(3);
+        if (kind == 0) {
+            path += QString::fromUcs4(&endInSixOnes[random.bounded(6)], 1);
+        } else if (kind == 1) {
+            char32_t point = random.bounded(1u, 0x110000u);
+            path += QString::fromUcs4(&point, 1).remove(QChar(0xfffd)); // surrogates: none
+        } else {
+            QByteArray bytes(random.bounded(1, 5), Qt::Uninitialized);
+            for (char& byte : bytes)
+                byte = static_cast<char>(random.bounded(1, 256));
+            path += QString::fromUtf8(bytes);
+        }
+    }
+    return path;
+}
 
 Json::Value parse(const char* text)
 {
@@ -90,19 +135,27 @@ private slots:
 
     void pathStrings_data()
     {
-        // Columns: path, cut, name; cut: pathRemoveFileSpec.
-        addColumns<QString, QString, QString>();
-        addRow("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
-        addRow("trailing separator", "/a/b/", "/a/b", "");
-        addRow("bare name", "file.txt", "", "file.txt");
-        addRow("top-level entry", "/a", "", "a");
-        addRow("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
-        addRow("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
+        // cut: pathRemoveFileSpec.
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("cut");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char* tag, const char* path, const char* cut, const char* name) {
+            QTest::newRow(tag) << path << cut << name;
+        };
+        row("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
+        row("trailing separator", "/a/b/", "/a/b", "");
+        row("bare name", "file.txt", "", "file.txt");
+        row("top-level entry", "/a", "", "a");
+        row("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
+        row("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
     }
 
     void pathStrings()
     {
-        const auto [path, cut, name] = fetch<QString, QString, QString>();
+        QFETCH(QString, path);
+        QFETCH(QString, cut);
+        QFETCH(QString, name);
+
         QCOMPARE(q(getFileName(path.utf16())), name);
         Comm::WideString wide = path.toStdU16String();
         pathRemoveFileSpec(wide);
@@ -112,22 +165,33 @@ private slots:
     void textStrings_data()
     {
         // trimmed: only U+0020 counts
-        // Columns: text, from, to, replaced, trimmed.
-        addColumns<QString, QString, QString, QString, QString>();
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("replaced");
+        QTest::addColumn<QString>("trimmed");
+        const auto row = [](const char* tag, const char* text, const char* from, const char* to,
+                            const char* replaced, const char* trimmed) {
+            QTest::newRow(tag) << text << from << to << replaced << trimmed;
+        };
         // A rescan would find "ab" across the inserted "xxa" and what follows.
-        addRow("inserted text not searched", "abb", "ab", "xxa", "xxab", "abb");
-        addRow("adjacent removals, both ends", "  a--b  c ", "-", "", "  ab  c ", "a--b  c");
-        addRow("no overlap", "aaa", "aa", "b", "ba", "aaa");
-        addRow("match around the insertion", "aabb", "ab", "", "ab", "aabb");
-        addRow("case-sensitive, tabs", " \tx X\t ", "x", "y", " \ty X\t ", "\tx X\t");
-        addRow("longer than the text", "    ", "abcde", "x", "    ", "");
-        addRow("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
+        row("inserted text not searched", "abb", "ab", "xxa", "xxab", "abb");
+        row("adjacent removals, both ends", "  a--b  c ", "-", "", "  ab  c ", "a--b  c");
+        row("no overlap", "aaa", "aa", "b", "ba", "aaa");
+        row("match around the insertion", "aabb", "ab", "", "ab", "aabb");
+        row("case-sensitive, tabs", " \tx X\t ", "x", "y", " \ty X\t ", "\tx X\t");
+        row("longer than the text", "    ", "abcde", "x", "    ", "");
+        row("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
     }
 
     void textStrings()
     {
-        const auto [text, from, to, replaced, trimmed] =
-            fetch<QString, QString, QString, QString, QString>();
+        QFETCH(QString, text);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, replaced);
+        QFETCH(QString, trimmed);
+
         Comm::WideString wide = text.toStdU16String();
         QCOMPARE(q(Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
         QCOMPARE(q(trimSpace(wide)), trimmed);
@@ -152,25 +216,28 @@ private slots:
 
     void tree_data()
     {
-        // Columns: build, relative.
-        addColumns<Path, QString>();
-        addRow("app data", Path(getAppdataPath), "");
-        addRow("local app data", Path(getLocalAppdataPath), "");
-        addRow("nimbo", Path(getNimboAppdataPath), "/nimbo");
-        addRow("cloud files", Path(std::bind(getNimboLocalAppdataPath, true)),
-               "/Zento Cloud Files");
-        addRow("userdata", Path(std::bind(getNimboUserDataRootPath, false)),
-               "/Zento Cloud Files/userdata");
-        addRow("update", Path(getNimboUpdateRootPath), "/Zento Cloud Files/update");
-        addRow("resource", Path(getNimboResourcePath), "/Zento Cloud Files/resource");
-        addRow("Deskhive", Path(getDeskhivePath), "/office6/Deskhive");
-        addRow("log", Path(getLogPath), "/office6/Deskhive/log");
-        addRow("dump", Path(getDumpPath), "/office6/Deskhive/dump");
+        QTest::addColumn<Path>("build");
+        QTest::addColumn<QString>("relative");
+        QTest::newRow("app data") << Path(getAppdataPath) << "";
+        QTest::newRow("local app data") << Path(getLocalAppdataPath) << "";
+        QTest::newRow("nimbo") << Path(getNimboAppdataPath) << "/nimbo";
+        QTest::newRow("cloud files")
+            << Path(std::bind(getNimboLocalAppdataPath, true)) << "/Zento Cloud Files";
+        QTest::newRow("userdata") << Path(std::bind(getNimboUserDataRootPath, false))
+                                  << "/Zento Cloud Files/userdata";
+        QTest::newRow("update") << Path(getNimboUpdateRootPath) << "/Zento Cloud Files/update";
+        QTest::newRow("resource") << Path(getNimboResourcePath) << "/Zento Cloud Files/resource";
+        QTest::newRow("Deskhive") << Path(getDeskhivePath) << "/office6/Deskhive";
+        QTest::newRow("log") << Path(getLogPath) << "/office6/Deskhive/log";
+        QTest::newRow("dump") << Path(getDumpPath) << "/office6/Deskhive/dump";
     }
 
     void tree()
     {
-        const auto [build, relative] = fetch<Path, QString>();
+        QFETCH(Path, build);
+        QFETCH(QString, relative);
+
+        KWarningCatcher catcher;
         QCOMPARE(q(build()), m_root + relative);
         // Every level exists, and nothing beside the path was made.
         QString level = m_root;
@@ -180,6 +247,53 @@ private slots:
         }
         QCOMPARE(q(build()), m_root + relative); // and again with the tree in place
         QVERIFY(getNimboPath().empty());
+        QCOMPARE(catcher.warnings(), QStringList());
+    }
+
+    // A directory that cannot be made: the path all the same, and one warning
+    // per directory and process, naming it and why. "@": a data folder of the
+    // row's own, with a file at blocker below it.
+    void uncreatableDirectories_data()
+    {
+        QTest::addColumn<QString>("blocker");
+        QTest::addColumn<Path>("build");
+        QTest::addColumn<QString>("relative");
+        QTest::addColumn<QStringList>("warnings"); // directory, then why
+        const auto warning = [](const char* dir, const char* blocker) {
+            return QString("auth.common: cannot create the directory @%1: @%2 is not a directory")
+                .arg(dir, blocker);
+        };
+        QTest::newRow("data folder is a file")
+            << "" << Path(getLogPath) << "/office6/Deskhive/log"
+            << QStringList{warning("/office6/Deskhive", ""), warning("/office6/Deskhive/log", "")};
+        QTest::newRow("file of that name")
+            << "/Zento Cloud Files" << Path(getNimboResourcePath) << "/Zento Cloud Files/resource"
+            << QStringList{warning("/Zento Cloud Files", "/Zento Cloud Files"),
+                           warning("/Zento Cloud Files/resource", "/Zento Cloud Files")};
+        QTest::newRow("last level only")
+            << "/office6/Deskhive/dump" << Path(getDumpPath) << "/office6/Deskhive/dump"
+            << QStringList{warning("/office6/Deskhive/dump", "/office6/Deskhive/dump")};
+        QTest::newRow("icon cache")
+            << "/nimbo/resource" << Path([] { return getNimboIconCachePath().toStdU16String(); })
+            << "/nimbo/resource/iconcache"
+            << QStringList{warning("/nimbo/resource/iconcache", "/nimbo/resource")};
+    }
+
+    void uncreatableDirectories()
+    {
+        QFETCH(QString, blocker);
+        QFETCH(Path, build);
+        QFETCH(QString, relative);
+        QFETCH(QStringList, warnings);
+
+        const QString root = m_env.rootPath() + "/data-" + QTest::currentDataTag();
+        QVERIFY(KTestAppDir::write(root + blocker, "x"));
+        qputenv("XDG_DATA_HOME", root.toUtf8());
+        KWarningCatcher catcher;
+        const QString path = q(build()), again = q(build());
+        qputenv("XDG_DATA_HOME", m_root.toUtf8());
+        QCOMPARE(path + '|' + again, root + relative + '|' + root + relative);
+        QCOMPARE(catcher.warnings(), warnings.replaceInStrings("@", root));
     }
 
     void makeDirectories()
@@ -201,24 +315,28 @@ private slots:
 
     void newUserData_data()
     {
-        // Columns: marker, version, expected.
-        addColumns<QVariant, QString, bool>();
+        QTest::addColumn<QVariant>("marker");
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<bool>("expected");
         const QVariant one(1);
-        addRow("last old version", one, "9.1.0.4817", false);
-        addRow("next build", one, "9.1.0.4818", true);
-        addRow("next major, marker as text", QVariant("1"), "10.0.0.0", true);
-        addRow("older, higher later parts", one, "9.0.9999.9999", false);
-        addRow("three parts", one, "9.1.0", false);
-        addRow("five parts", one, "9.1.0.4818.1", false);
-        addRow("empty part counts as 0", one, "9.2..0", true);
-        addRow("unknown version: 8.1.0.X", one, "0.0.0.0", false);
-        addRow("marker 2", QVariant(2), "10.0.0.0", false);
-        addRow("no marker", QVariant(), "10.0.0.0", false);
+        QTest::newRow("last old version") << one << "9.1.0.4817" << false;
+        QTest::newRow("next build") << one << "9.1.0.4818" << true;
+        QTest::newRow("next major, marker as text") << QVariant("1") << "10.0.0.0" << true;
+        QTest::newRow("older, higher later parts") << one << "9.0.9999.9999" << false;
+        QTest::newRow("three parts") << one << "9.1.0" << false;
+        QTest::newRow("five parts") << one << "9.1.0.4818.1" << false;
+        QTest::newRow("empty part counts as 0") << one << "9.2..0" << true;
+        QTest::newRow("unknown version: 8.1.0.X") << one << "0.0.0.0" << false;
+        QTest::newRow("marker 2") << QVariant(2) << "10.0.0.0" << false;
+        QTest::newRow("no marker") << QVariant() << "10.0.0.0" << false;
     }
 
     void newUserData()
     {
-        const auto [marker, version, expected] = fetch<QVariant, QString, bool>();
+        QFETCH(QVariant, marker);
+        QFETCH(QString, version);
+        QFETCH(bool, expected);
+
         if (marker.isValid())
             writeNimboUserInfoRegValue("zentocloudfiles", marker);
         krt::hostcontrol::setVersion(version);
@@ -233,19 +351,22 @@ private slots:
 
     void inUserDataRoot_data()
     {
-        // Columns: path, expected; %R: the application-data root.
-        addColumns<QString, bool>();
-        addRow("below the new root", "%R/Zento Cloud Files/userdata/u1/a.docx", true);
-        addRow("other letter case", "%R/zento cloud files/USERDATA/a", true);
-        addRow("new root itself", "%R/Zento Cloud Files/userdata", false);
-        addRow("sibling of the new root", "%R/Zento Cloud Files/userdata2/a", false);
-        addRow("contained, not at the start", "/x%R/Zento Cloud Files/userdata/a", true);
-        addRow("below the old root", "%R/office6/Deskhive/log/x.log", true);
+        // %R: the application-data root.
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("below the new root") << "%R/Zento Cloud Files/userdata/u1/a.docx" << true;
+        QTest::newRow("other letter case") << "%R/zento cloud files/USERDATA/a" << true;
+        QTest::newRow("new root itself") << "%R/Zento Cloud Files/userdata" << false;
+        QTest::newRow("sibling of the new root") << "%R/Zento Cloud Files/userdata2/a" << false;
+        QTest::newRow("contained, not at the start") << "/x%R/Zento Cloud Files/userdata/a" << true;
+        QTest::newRow("below the old root") << "%R/office6/Deskhive/log/x.log" << true;
     }
 
     void inUserDataRoot()
     {
-        const auto [path, expected] = fetch<QString, bool>();
+        QFETCH(QString, path);
+        QFETCH(bool, expected);
+
         QCOMPARE(isInUserDataRootPath(QString(path).replace("%R", m_root)), expected);
     }
 
@@ -285,22 +406,29 @@ private slots:
     // every read is text.
     void machineFallback_data()
     {
-        // Columns: perUser, machineWide, defaultValue, expected.
-        addColumns<QVariant, QVariant, QVariant, QString>();
+        QTest::addColumn<QVariant>("perUser");
+        QTest::addColumn<QVariant>("machineWide");
+        QTest::addColumn<QVariant>("defaultValue");
+        QTest::addColumn<QString>("expected");
         const QVariant none;
-        addRow("neither: default", none, none, QVariant("x"), "x");
-        addRow("integer default", none, none, QVariant(0), "0");
-        addRow("machine only, empty default", none, QVariant(7), QVariant(""), "7");
-        addRow("machine only, default hides it", none, QVariant("v"), QVariant("x"), "x");
-        addRow("per user wins", QVariant(true), QVariant("m"), none, "true");
-        addRow("empty per-user text defers", QVariant(""), QVariant("m"), QVariant("x"), "m");
-        addRow("both empty", QVariant(""), QVariant(""), QVariant("x"), "");
+        QTest::newRow("neither: default") << none << none << QVariant("x") << "x";
+        QTest::newRow("integer default") << none << none << QVariant(0) << "0";
+        QTest::newRow("machine only, empty default") << none << QVariant(7) << QVariant("") << "7";
+        QTest::newRow("machine only, default hides it")
+            << none << QVariant("v") << QVariant("x") << "x";
+        QTest::newRow("per user wins") << QVariant(true) << QVariant("m") << none << "true";
+        QTest::newRow("empty per-user text defers")
+            << QVariant("") << QVariant("m") << QVariant("x") << "m";
+        QTest::newRow("both empty") << QVariant("") << QVariant("") << QVariant("x") << "";
     }
 
     void machineFallback()
     {
-        const auto [perUser, machineWide, defaultValue, expected] =
-            fetch<QVariant, QVariant, QVariant, QString>();
+        QFETCH(QVariant, perUser);
+        QFETCH(QVariant, machineWide);
+        QFETCH(QVariant, defaultValue);
+        QFETCH(QString, expected);
+
         for (const char* path : {"Common", "plugins/deskhive", "plugins/deskhive/g"}) {
             for (const auto& [root, value] :
                  {std::pair(kUser, perUser), std::pair(kMachine, machineWide)})
@@ -345,28 +473,73 @@ private slots:
 
     // --- manual roaming list --------------------------------------------
 
+    // Every path comes back from the list as it went in, for this reader and
+    // any other of the format, and goes again when removed.
     void roamingRoundTrip_data()
     {
-        // Columns: path, key.
-        addColumns<QString, QString>();
-        addRow("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
-        addRow("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("key"); // as the file holds it
+        const auto row = [](const char* tag, const char* path, const char* key) {
+            QTest::newRow(tag) << path << key;
+        };
+        row("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
+        row("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
         // Keys with "/" and "+": the INI file must not split them into groups.
-        addRow("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
+        row("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
+        // The settings class drops a key's last "/"; a "=" after it keeps it.
+        row("key ending in /", "/x/ab?", "L3gvYWI/=");
+        row("key ending in /, and one more", "/x/ab?cd?", "L3gvYWI/Y2Q/=");
+        for (quint32 seed = 1; seed <= 120; ++seed)
+            QTest::addRow("generated %u", seed) << generatedPath(seed) << QString();
     }
 
     void roamingRoundTrip()
     {
-        const auto [path, key] = fetch<QString, QString>();
+        QFETCH(QString, path);
+        QFETCH(QString, key);
+
         const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
         const uint before = QDateTime::currentDateTimeUtc().toSecsSinceEpoch();
         QVERIFY(QDir().mkpath(dir) && getManualRoamingFiles(dir).isEmpty());
         addManualRoamingFiles(dir, path);
         QCOMPARE(getManualRoamingFiles(dir), QStringList{path});
-        QCOMPARE(RoamingList(dir).allKeys(), QStringList{key});
-        QVERIFY(RoamingList(dir).value(key).toUInt() >= before);
+        QCOMPARE(readByOthers(dir), QStringList{path});
+        const QStringList keys = RoamingList(dir).allKeys();
+        QVERIFY(key.isEmpty() ? keys.size() == 1 : keys == QStringList{key});
+        QVERIFY(RoamingList(dir).value(keys.value(0)).toUInt() >= before);
         delManualRoamingFiles(dir, path);
-        QCOMPARE(getManualRoamingFiles(dir), QStringList());
+        QCOMPARE(getManualRoamingFiles(dir) + RoamingList(dir).allKeys(), QStringList());
+    }
+
+    // A damaged list: keys that decode to no text are no entries; an add
+    // invents none, for this reader or any other, and keeps every entry.
+    void roamingDamaged_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("entries"); // before the add, sorted
+        QTest::newRow("unclosed group") << QByteArray("[file/\nW=1\n") << QStringList();
+        QTest::newRow("unclosed group after entries")
+            << QByteArray("[file]\nL2E%3D=1\nL2I=2\n[file/\nW=3\n[other]\nx=4\n")
+            << QStringList({"/a", "/b"});
+        QTest::newRow("keys that are not UTF-8 text")
+            << QByteArray("[file]\n%2FW=1\nwyg%3D=2\nL2E%3D=3\n") << QStringList{"/a"};
+    }
+
+    void roamingDamaged()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, entries);
+
+        const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
+        QVERIFY(KTestAppDir::write(dir + "/manualroaming.ini", content));
+        const QStringList others = readByOthers(dir);
+        QCOMPARE(sorted(getManualRoamingFiles(dir)), entries);
+        addManualRoamingFiles(dir, "/new");
+        QCOMPARE(sorted(getManualRoamingFiles(dir)), sorted(entries << "/new"));
+        const QStringList after = readByOthers(dir);
+        QVERIFY(after.contains("/new"));
+        for (const QString& name : after)
+            QVERIFY2(name == "/new" || others.contains(name), qPrintable(name));
     }
 
     // Edits keep the other entries; the reader skips keys it cannot use;
@@ -405,27 +578,35 @@ private slots:
     // jsonValue2String, and jsonValue2uint64 with the default 77.
     void jsonValues_data()
     {
-        // Columns: value, text, number.
-        addColumns<Json::Value, QString, ull>();
-        addRow("null", Json::Value(), "dflt", 77ull);
-        addRow("negative int", Json::Value(-1), "-1", kMax);
-        addRow("uint64 max", Json::Value(Json::UInt64(kMax)), "18446744073709551615", kMax);
-        addRow("real 0.1", Json::Value(0.1), "0.1", 0ull);
-        addRow("real, six significant digits", Json::Value(1234567.8), "1.23457e+06", 1234567ull);
-        addRow("negative real toward zero", Json::Value(-3.9), "-3.9", ull(-3));
-        addRow("real 1e19, unsigned range", Json::Value(1e19), "1e+19", 10000000000000000000ull);
-        addRow("string", Json::Value("42"), "42", 42ull);
-        addRow("string, not a number", Json::Value("hé 世界"), "hé 世界", 0ull);
-        addRow("empty string is not the default", Json::Value(""), "", 0ull);
-        addRow("false", Json::Value(false), "false", 77ull);
-        addRow("array", parse("[1, 2]"), "dflt", 77ull);
-        addRow("object, compact with line end", parse(R"({ "b": "x", "a": 1 })"),
-               "{\"a\":1,\"b\":\"x\"}\n", 77ull);
+        QTest::addColumn<Json::Value>("value");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<ull>("number");
+        QTest::newRow("null") << Json::Value() << "dflt" << 77ull;
+        QTest::newRow("negative int") << Json::Value(-1) << "-1" << kMax;
+        QTest::newRow("uint64 max")
+            << Json::Value(Json::UInt64(kMax)) << "18446744073709551615" << kMax;
+        QTest::newRow("real 0.1") << Json::Value(0.1) << "0.1" << 0ull;
+        QTest::newRow("real, six significant digits")
+            << Json::Value(1234567.8) << "1.23457e+06" << 1234567ull;
+        QTest::newRow("negative real toward zero") << Json::Value(-3.9) << "-3.9" << ull(-3);
+        QTest::newRow("real 1e19, unsigned range")
+            << Json::Value(1e19) << "1e+19" << 10000000000000000000ull;
+        QTest::newRow("string") << Json::Value("42") << "42" << 42ull;
+        QTest::newRow("string, not a number") << Json::Value("hé 世界") << "hé 世界" << 0ull;
+        QTest::newRow("empty string is not the default") << Json::Value("") << "" << 0ull;
+        QTest::newRow("false") << Json::Value(false) << "false" << 77ull;
+        QTest::newRow("array") << parse("[1, 2]") << "dflt" << 77ull;
+        QTest::newRow("object, compact with line end")
+            << parse(R"({ "b": "x", "a": 1 })") << "{\"a\":1,\"b\":\"x\"}\n"
+            << 77ull;
     }
 
     void jsonValues()
     {
-        const auto [value, text, number] = fetch<Json::Value, QString, ull>();
+        QFETCH(Json::Value, value);
+        QFETCH(QString, text);
+        QFETCH(ull, number);
+
         QCOMPARE(jsonValue2String(value, "dflt"), text);
         QCOMPARE(jsonValue2StdString(value, "dflt"), text.toStdString());
         QCOMPARE(jsonValue2uint64(value, 77), number);
@@ -447,26 +628,34 @@ private slots:
     // jsonGetBool (both defaults), joined by spaces.
     void jsonMembers_data()
     {
-        // Columns: object, key, expected.
-        addColumns<Json::Value, QString, QString>();
+        QTest::addColumn<Json::Value>("object");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* tag, const Json::Value& object, const char* key,
+                            const char* expected) {
+            QTest::newRow(tag) << object << key << expected;
+        };
         const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "big": 1234567.0,
             "IsLogined": true, "nil": null, "list": [1], "obj": { "k": "v" }, "名字": "张三" })");
-        addRow("text", user, "Name", "Ann Ann 0 false true");
-        addRow("real: jsonGetString has the library format it", user, "big",
-               "1.23457e+06 1234567.0 1234567 true true");
-        addRow("true", user, "IsLogined", "true true 9 true true");
-        addRow("null member: the library's reading", user, "nil", "dflt  9 false false");
-        addRow("array member", user, "list", "dflt dflt 9 false true");
-        addRow("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
-        addRow("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
-        addRow("non-ASCII key", user, "名字", "张三 张三 0 false true");
-        addRow("null container", Json::Value(), "Name", "dflt dflt 9 false true");
-        addRow("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
+        row("text", user, "Name", "Ann Ann 0 false true");
+        row("real: jsonGetString has the library format it", user, "big",
+            "1.23457e+06 1234567.0 1234567 true true");
+        row("true", user, "IsLogined", "true true 9 true true");
+        row("null member: the library's reading", user, "nil", "dflt  9 false false");
+        row("array member", user, "list", "dflt dflt 9 false true");
+        row("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
+        row("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
+        row("non-ASCII key", user, "名字", "张三 张三 0 false true");
+        row("null container", Json::Value(), "Name", "dflt dflt 9 false true");
+        row("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
     }
 
     void jsonMembers()
     {
-        const auto [object, key, expected] = fetch<Json::Value, QString, QString>();
+        QFETCH(Json::Value, object);
+        QFETCH(QString, key);
+        QFETCH(QString, expected);
+
         QCOMPARE(QStringList(
                      {jsonObject2String(object, key, "dflt"), jsonGetString(object, key, "dflt"),
                       QString::number(jsonObject2Unint64(object, key, 9)),

@@ -5,7 +5,6 @@
 #include "commsuitekit.h"
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
-#include "ktesttable.h"
 #include "kwarningcatcher.h"
 
 #include "qcommcloudnodes.h"
@@ -20,8 +19,8 @@
 #include <QSysInfo>
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace QComm;
-using namespace KTestTable;
 
 namespace {
 
@@ -70,16 +69,38 @@ private slots:
         raw().setValue(kDeviceKey, "abc");
         QCOMPARE(deviceID(), first[0]);
         QCOMPARE(probe({"deviceID"}), QStringList{"abc"});
-        // A store that cannot be written: one new identifier per process.
+        // A store that cannot be written: each process keeps the identifier
+        // it made, and says once that it could not store it.
         QVERIFY(QFile::remove(raw().fileName()) && QDir().mkpath(raw().fileName()));
-        const QStringList once = probe({"deviceID", "deviceID"}), again = probe({"deviceID"});
+        QString err;
+        const QStringList once = probe({"deviceID", "deviceID"}, &err), again = probe({"deviceID"});
         QVERIFY2(kDeviceId.match(once.value(0)).hasMatch() && once.value(1) == once[0],
                  qPrintable(once[0]));
         QVERIFY2(kDeviceId.match(again.value(0)).hasMatch() && again[0] != once[0],
                  qPrintable(again[0]));
+        QCOMPARE(err, "auth.common: cannot store the device identifier in " + raw().fileName() +
+                          "; it holds for this process only\n");
         const QString uuid = createUuid();
         QVERIFY2(QRegularExpression("^[0-9a-f]{32}$").match(uuid).hasMatch(), qPrintable(uuid));
         QVERIFY(uuid != createUuid());
+    }
+
+    // First runs at the same moment on an empty store end with one
+    // identifier, the stored one.
+    void deviceIdOfFirstRunsAtOnce()
+    {
+        const QString barrier = m_env.rootPath() + "/barrier";
+        QVERIFY(QDir(barrier).removeRecursively() && QDir().mkpath(barrier));
+        QStringList errs, ids;
+        for (const QStringList& texts :
+             runProbesAtOnce(m_appDir, {"--barrier", barrier, "6", "deviceID"}, 6, &errs))
+            ids << texts.join(' ');
+        const QString stored = raw().value(kDeviceKey).toString();
+        QVERIFY2(kDeviceId.match(stored).hasMatch(), qPrintable(stored));
+        QCOMPARE(ids.size(), 6);
+        ids.removeDuplicates();
+        QCOMPARE(ids, QStringList{' ' + stored});
+        QCOMPARE(errs.join(""), QString());
     }
 
     // The list lives in its file: another process reads what this one marked.
@@ -98,19 +119,23 @@ private slots:
 
     void language_data()
     {
-        // Columns: inStore, setupFile, expected.
-        addColumns<QVariant, QByteArray, QString>();
+        QTest::addColumn<QVariant>("inStore");
+        QTest::addColumn<QByteArray>("setupFile");
+        QTest::addColumn<QString>("expected");
         const QByteArray says1028("[Local]\nUILanguage=1028\n");
-        addRow("stored wins", QVariant(1033), says1028, "1033");
-        addRow("stored 0: setup file", QVariant("0"), says1028, "1028 read");
-        addRow("nothing stored, no setup file", QVariant(), QByteArray(), "2052 read");
-        addRow("setup file without the key", QVariant(0), QByteArray("[Local]\nX=1\n"),
-               "2052 read");
+        QTest::newRow("stored wins") << QVariant(1033) << says1028 << "1033";
+        QTest::newRow("stored 0: setup file") << QVariant("0") << says1028 << "1028 read";
+        QTest::newRow("nothing stored, no setup file") << QVariant() << QByteArray() << "2052 read";
+        QTest::newRow("setup file without the key")
+            << QVariant(0) << QByteArray("[Local]\nX=1\n") << "2052 read";
     }
 
     void language()
     {
-        const auto [inStore, setupFile, expected] = fetch<QVariant, QByteArray, QString>();
+        QFETCH(QVariant, inStore);
+        QFETCH(QByteArray, setupFile);
+        QFETCH(QString, expected);
+
         if (inStore.isValid())
             raw().setValue("Corvane/Office/6.0/Common/Local/UILanguage", inStore);
         if (!setupFile.isNull())
@@ -202,30 +227,39 @@ private slots:
     // The names of each run of kinds, joined by "|", in both editions.
     void folderNames_data()
     {
-        // Columns: first, last, international, domestic.
-        addColumns<int, int, QString, QString>();
-        addRow(
-            "-1 to 17", -1, 17,
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("last");
+        QTest::addColumn<QString>("international");
+        QTest::addColumn<QString>("domestic");
+        const auto row = [](const char* tag, int first, int last, const char* international,
+                            const char* domestic) {
+            QTest::newRow(tag) << first << last << international << domestic;
+        };
+        row("-1 to 17", -1, 17,
             "|My Cloud|Team Document|Roaming Document|Cloud Backup|Auto Upload Document|Share To "
             "Me|Share With Me|My Share|Share Link|Desktop Backup|微信文档|腾讯文档||应用|备份中心|"
             "Zento网盘|My Cloud|",
             "|我的云文档|团队文档|漫游文档|云端备份|自动上传文档|共享给我|与我共享|我的分享|分享链"
             "接|桌面文档|微信文档|腾讯文档||应用|备份中心|Zento网盘|Zento云文档|");
-        addRow("99 to 104", 99, 104,
-               "|Personal Space|Roaming Box|Document Roaming|My Nimbo Address|Auto Uploaded",
-               "|私人空间|漫游箱|文档漫游|我收到的Nimbo地址|我的设备");
-        addRow("106 to 108", 106, 108, "企业文档|桌面|", "企业文档|桌面|");
-        addRow("199 to 201", 199, 201, "|Cloud Document Introduction|", "|云文档使用简介|");
-        addRow("299 to 306", 299, 306, "|Invalid|雷达备份|我的桌面|微信接收|QQ接收|我的下载|",
-               "|我的文档|雷达备份|我的桌面|微信接收|QQ接收|我的下载|");
-        addRow("smallest", INT_MIN, INT_MIN, "", "");
-        addRow("largest", INT_MAX, INT_MAX, "", "");
+        row("99 to 104", 99, 104,
+            "|Personal Space|Roaming Box|Document Roaming|My Nimbo Address|Auto Uploaded",
+            "|私人空间|漫游箱|文档漫游|我收到的Nimbo地址|我的设备");
+        row("106 to 108", 106, 108, "企业文档|桌面|", "企业文档|桌面|");
+        row("199 to 201", 199, 201, "|Cloud Document Introduction|", "|云文档使用简介|");
+        row("299 to 306", 299, 306, "|Invalid|雷达备份|我的桌面|微信接收|QQ接收|我的下载|",
+            "|我的文档|雷达备份|我的桌面|微信接收|QQ接收|我的下载|");
+        row("smallest", INT_MIN, INT_MIN, "", "");
+        row("largest", INT_MAX, INT_MAX, "", "");
     }
 
     void folderNames()
     {
-        const auto [first, last, international, domestic] = fetch<int, int, QString, QString>();
-        const auto names = [&, first = first, last = last](bool overseas) {
+        QFETCH(int, first);
+        QFETCH(int, last);
+        QFETCH(QString, international);
+        QFETCH(QString, domestic);
+
+        const auto names = [&](bool overseas) {
             krt::hostcontrol::setOverseasVersion(overseas); // asked on every call
             QStringList list;
             for (qint64 kind = first; kind <= last; ++kind)
@@ -238,20 +272,24 @@ private slots:
 
     void roamingName_data()
     {
-        // Columns: stored, overseas, expected.
-        addColumns<QVariant, bool, QString>();
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<bool>("overseas");
+        QTest::addColumn<QString>("expected");
         const char* fallback = "自动备份同步";
-        addRow("nothing stored", QVariant(), false, fallback);
-        addRow("stored name", QVariant(base64("我的漫游")), false, "我的漫游");
-        addRow("international", QVariant(base64("Sync Box")), true, "Sync Box");
-        addRow("not Base64 at all", QVariant("!!!"), false, fallback);
-        addRow("up to a zero byte", QVariant(base64({"ab\0cd", 5})), false, "ab");
-        addRow("zero byte first", QVariant(base64({"\0ab", 3})), false, fallback);
+        QTest::newRow("nothing stored") << QVariant() << false << fallback;
+        QTest::newRow("stored name") << QVariant(base64("我的漫游")) << false << "我的漫游";
+        QTest::newRow("international") << QVariant(base64("Sync Box")) << true << "Sync Box";
+        QTest::newRow("not Base64 at all") << QVariant("!!!") << false << fallback;
+        QTest::newRow("up to a zero byte") << QVariant(base64({"ab\0cd", 5})) << false << "ab";
+        QTest::newRow("zero byte first") << QVariant(base64({"\0ab", 3})) << false << fallback;
     }
 
     void roamingName()
     {
-        const auto [stored, overseas, expected] = fetch<QVariant, bool, QString>();
+        QFETCH(QVariant, stored);
+        QFETCH(bool, overseas);
+        QFETCH(QString, expected);
+
         if (stored.isValid())
             writeNimboRegValue("NimboRoamingName", stored);
         krt::hostcontrol::setOverseasVersion(overseas);
@@ -262,9 +300,9 @@ private slots:
 
     void syncSwitches_data()
     {
-        // Columns: stored, expected.
-        addColumns<QVariant, bool>();
-        addRow("nothing stored: user off, server on", QVariant(), false);
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("nothing stored: user off, server on") << QVariant() << false;
         for (const QVariant& off : {QVariant(""), QVariant("0"), QVariant("False"),
                                     QVariant("FALSE"), QVariant(false), QVariant(0)})
             QTest::addRow("off: %s %s", off.typeName(), qPrintable(off.toString())) << off << false;
@@ -276,7 +314,9 @@ private slots:
     // fresh process each.
     void syncSwitches()
     {
-        const auto [stored, expected] = fetch<QVariant, bool>();
+        QFETCH(QVariant, stored);
+        QFETCH(bool, expected);
+
         writeNimboUserInfoRegValue("userid", "12345");
         for (const char* name :
              {"usercenter/12345/desksync/switch", "enableDesktopSyncEx", "enableV5Metadata"})

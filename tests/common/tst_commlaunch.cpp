@@ -9,7 +9,6 @@
 #include "kstubprogram.h"
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
-#include "ktesttable.h"
 #include "kwarningcatcher.h"
 
 #include "kingorelongtimedetecthelper.h"
@@ -26,8 +25,8 @@
 #include <QDesktopServices>
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace QComm;
-using namespace KTestTable;
 
 namespace {
 
@@ -101,21 +100,29 @@ private slots:
     // getAppTypeBySuffix, checkIsVexSupport, checkIsZentoSupport(checkType).
     void lookups_data()
     {
-        // Columns: suffix, checkType, expected.
-        addColumns<QString, QString, QString>();
-        addRow("TXT: word processor asked first", "TXT", "tabix", "zento true true");
-        addRow("uof, in three lists", "uof", "slidex", "zento true true");
-        addRow("csv", "csv", "zento", "tabix true false");
-        addRow("Dbf, case ignored", "Dbf", "TABIX", "tabix true true");
-        addRow("NIMBO stands for all four", "Epub", "NIMBO", "pdf true true");
-        addRow("other application type", "pdf", "other", "pdf true false");
-        addRow("unknown", "xyz", "nimbo", " false false");
-        addRow("with its dot", ".docx", "zento", " false false");
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QString>("checkType");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* tag, const char* suffix, const char* checkType,
+                            const char* expected) {
+            QTest::newRow(tag) << suffix << checkType << expected;
+        };
+        row("TXT: word processor asked first", "TXT", "tabix", "zento true true");
+        row("uof, in three lists", "uof", "slidex", "zento true true");
+        row("csv", "csv", "zento", "tabix true false");
+        row("Dbf, case ignored", "Dbf", "TABIX", "tabix true true");
+        row("NIMBO stands for all four", "Epub", "NIMBO", "pdf true true");
+        row("other application type", "pdf", "other", "pdf true false");
+        row("unknown", "xyz", "nimbo", " false false");
+        row("with its dot", ".docx", "zento", " false false");
     }
 
     void lookups()
     {
-        const auto [suffix, checkType, expected] = fetch<QString, QString, QString>();
+        QFETCH(QString, suffix);
+        QFETCH(QString, checkType);
+        QFETCH(QString, expected);
+
         QCOMPARE(getAppTypeBySuffix(suffix) + ' ' + text(checkIsVexSupport(suffix)) + ' ' +
                      text(checkIsZentoSupport(checkType, suffix)),
                  expected);
@@ -125,19 +132,29 @@ private slots:
     // above with checkType the stored list's type.
     void storedLists_data()
     {
-        // Columns: type, stored, suffix, expected.
-        addColumns<QString, QString, QString, QString>();
-        addRow("separators kept: empty suffix", "zento", "a;;b;", "", "zento true true");
-        addRow("empty text: built-in list", "zento", "", "", " false false");
-        addRow("txt moves to the spreadsheet", "zento", "odt", "TXT", "tabix true false");
-        addRow("spreadsheet list without csv", "tabix", "docx", "csv", " false false");
-        addRow("stored case kept", "pdf", "PDF;Djvu;", "djvu", "pdf true true");
-        addRow("the presentation's list", "slidex", "key", "KEY", "slidex true true");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* tag, const char* type, const char* stored,
+                            const char* suffix, const char* expected) {
+            QTest::newRow(tag) << type << stored << suffix << expected;
+        };
+        row("separators kept: empty suffix", "zento", "a;;b;", "", "zento true true");
+        row("empty text: built-in list", "zento", "", "", " false false");
+        row("txt moves to the spreadsheet", "zento", "odt", "TXT", "tabix true false");
+        row("spreadsheet list without csv", "tabix", "docx", "csv", " false false");
+        row("stored case kept", "pdf", "PDF;Djvu;", "djvu", "pdf true true");
+        row("the presentation's list", "slidex", "key", "KEY", "slidex true true");
     }
 
     void storedLists()
     {
-        const auto [type, stored, suffix, expected] = fetch<QString, QString, QString, QString>();
+        QFETCH(QString, type);
+        QFETCH(QString, stored);
+        QFETCH(QString, suffix);
+        QFETCH(QString, expected);
+
         const QString lists = listsText(type, stored);
         writeNimboRegValue(storeKey(type), stored);
         QCOMPARE(runProbe(KTestAppDir(m_env.rootPath()),
@@ -172,11 +189,21 @@ private slots:
     // any document goes to the cloud client with its name in Base64.
     void launches_data()
     {
-        // Columns: folder, name, bundle, path, fileId, fileName, base64.
-        addColumns<QString, QString, QString, QString, QString, QString, QString>();
-        const auto layout = [](const char* tag, const char* folder, const char* name,
-                               const char* bundle) {
-            addRow(tag, folder, name, bundle, "/tmp/doc.txt", "id", "a.docx", "YS5kb2N4");
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("bundle");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("fileId");
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("base64");
+        const auto row = [](const char* tag, const QString& folder, const char* name,
+                            const char* bundle, const char* path, const char* fileId,
+                            const char* fileName, const char* base64) {
+            QTest::newRow(tag) << folder << name << bundle << path << fileId << fileName << base64;
+        };
+        const auto layout = [&](const char* tag, const char* folder, const char* name,
+                                const char* bundle) {
+            row(tag, folder, name, bundle, "/tmp/doc.txt", "id", "a.docx", "YS5kb2N4");
         };
         layout("suite in its bundle", "Zento Office.app/Contents/MacOS", "zentooffice",
                "Zento Office.app");
@@ -186,11 +213,11 @@ private slots:
                "Z.app/Contents/MacOS");
         layout("first marker counts", "A.app/Contents/MacOS/B.app/Contents/MacOS", "zentooffice",
                "A.app");
-        addRow("helper installed flat, unknown extension", "bin", "nimbohelper", "bin", "/a b", "7",
-               "notes.xyz", "bm90ZXMueHl6");
-        const auto target = [](const char* tag, const char* path, const char* fileId,
-                               const char* fileName, const char* base64) {
-            addRow(tag, kSuite, "zentooffice", "Zento Office.app", path, fileId, fileName, base64);
+        row("helper installed flat, unknown extension", "bin", "nimbohelper", "bin", "/a b", "7",
+            "notes.xyz", "bm90ZXMueHl6");
+        const auto target = [&](const char* tag, const char* path, const char* fileId,
+                                const char* fileName, const char* base64) {
+            row(tag, kSuite, "zentooffice", "Zento Office.app", path, fileId, fileName, base64);
         };
         target("quotes and semicolons", "/tmp/it's \"q\";touch pwned", "7\";touch pwned;\"",
                "a\"b';touch pwned.docx", "YSJiJzt0b3VjaCBwd25lZC5kb2N4");
@@ -202,8 +229,14 @@ private slots:
 
     void launches()
     {
-        const auto [folder, name, bundle, path, fileId, fileName, base64] =
-            fetch<QString, QString, QString, QString, QString, QString, QString>();
+        QFETCH(QString, folder);
+        QFETCH(QString, name);
+        QFETCH(QString, bundle);
+        QFETCH(QString, path);
+        QFETCH(QString, fileId);
+        QFETCH(QString, fileName);
+        QFETCH(QString, base64);
+
         const KTestAppDir appDir(m_env.rootPath());
         const KStubProgram launcher(appDir.filePath(bundle + "/zentooffice"),
                                     appDir.filePath("calls"));
@@ -240,19 +273,25 @@ private slots:
 
     void cloudService_data()
     {
-        // Columns: name, overseas, extra, started.
-        addColumns<QString, bool, QString, bool>();
-        addRow("home edition", "zentooffice", false, "", true);
-        addRow("overseas edition", "zentooffice", true, "", true);
-        addRow("shell characters stay in the text", "zentooffice", true,
-               "\"; touch pwned; $(touch pwned) `touch pwned` '", true);
-        addRow("helper process starts nothing", "nimbohelper", false, "x", false);
-        addRow("name differs in case", "ZentoOffice", false, "x", false);
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("overseas");
+        QTest::addColumn<QString>("extra");
+        QTest::addColumn<bool>("started");
+        QTest::newRow("home edition") << "zentooffice" << false << "" << true;
+        QTest::newRow("overseas edition") << "zentooffice" << true << "" << true;
+        QTest::newRow("shell characters stay in the text")
+            << "zentooffice" << true << "\"; touch pwned; $(touch pwned) `touch pwned` '" << true;
+        QTest::newRow("helper process starts nothing") << "nimbohelper" << false << "x" << false;
+        QTest::newRow("name differs in case") << "ZentoOffice" << false << "x" << false;
     }
 
     void cloudService()
     {
-        const auto [name, overseas, extra, started] = fetch<QString, bool, QString, bool>();
+        QFETCH(QString, name);
+        QFETCH(bool, overseas);
+        QFETCH(QString, extra);
+        QFETCH(bool, started);
+
         const KTestAppDir appDir(m_env.rootPath());
         const KStubProgram service(
             appDir.filePath("Zento Office.app/Contents/SharedSupport/"

@@ -11,6 +11,7 @@
 #include <QLibrary>
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace krt::hostcontrol;
 
 class TestAuthInfo : public QObject
@@ -131,6 +132,42 @@ private slots:
                      qPrintable(line));
         QCOMPARE(run.err.contains("The info Nope/Nothing was not found, the key must be handled!"),
                  args.contains("Nope/Nothing"));
+    }
+
+    // Debug notices of the helpers and of the cloud access, in their own
+    // categories, show with --verbose only.
+    void verbose()
+    {
+        for (const bool verbose : {false, true}) {
+            const QStringList reports{"--account", "--diagnostics"};
+            const KTestAppDir::Result run =
+                m_app.run(m_bin + "/authinfo", verbose ? reports + QStringList("-v") : reports);
+            QCOMPARE(run.exitCode, 0);
+            for (const QString& notice : {QString("func getNimboCfgsValue mac not impl!"),
+                                          "cloud library loaded from " + m_bin + "/addons"})
+                QVERIFY2(run.err.contains(notice) == verbose, qPrintable(run.err));
+        }
+    }
+
+    // A data folder that is a file: every directory the client would create
+    // is marked and warned about once, and the run fails.
+    void uncreatableDirectories()
+    {
+        const QString blocked = m_env.rootPath() + "/data-file";
+        QVERIFY(KTestAppDir::write(blocked, "x"));
+        QProcessEnvironment env;
+        env.insert("XDG_DATA_HOME", blocked);
+        const KTestAppDir::Result run = m_app.run(m_bin + "/authinfo", {"--diagnostics"}, env);
+        QCOMPARE(run.exitCode, 1);
+        QStringList marked;
+        for (const QString& line : run.out.split('\n').filter("(cannot be created)")) {
+            marked << line.section(blocked, 1).section("  ", 0, 0);
+            QCOMPARE(run.err.count("cannot create the directory " + blocked + marked.last() + ':'),
+                     1);
+        }
+        QCOMPARE(marked, QStringList({"/nimbo", "/Zento Cloud Files", "/Zento Cloud Files/userdata",
+                                      "/office6/Deskhive", "/office6/Deskhive/log",
+                                      "/office6/Deskhive/dump", "/nimbo/resource/iconcache"}));
     }
 
     void unusable_data()

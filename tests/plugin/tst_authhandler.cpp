@@ -11,6 +11,7 @@
 
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace krt::hostcontrol;
 
 namespace {

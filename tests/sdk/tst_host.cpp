@@ -19,6 +19,7 @@
 #include <QThread>
 #include <QtTest>
 
+using namespace AuthTest;
 using namespace krt::hostcontrol;
 
 class TestHost : public QObject
@@ -82,6 +83,41 @@ private slots:
         QCOMPARE(values, QStringList({"https://j.example/", "zh_CN", "QString", "int", "12.1", "U",
                                       "H", "A", "G"}));
         QVERIFY(krt::product::isOverseasVersion());
+    }
+
+    // Whole numbers are kept as integers where they fit, every other number
+    // stays real, whatever its size.
+    void profileNumbers_data()
+    {
+        QTest::addColumn<QByteArray>("number");
+        QTest::addColumn<QString>("expected"); // type and text
+        QTest::newRow("int") << QByteArray("-8") << "int -8";
+        QTest::newRow("beyond int") << QByteArray("4294967296") << "qlonglong 4294967296";
+        QTest::newRow("whole, written as a real") << QByteArray("1.5e3") << "int 1500";
+        QTest::newRow("beyond a real's precision")
+            << QByteArray("9007199254740993") << "qlonglong 9007199254740993";
+        QTest::newRow("smallest 64-bit")
+            << QByteArray("-9223372036854775808") << "qlonglong -9223372036854775808";
+        QTest::newRow("largest 64-bit")
+            << QByteArray("9223372036854775807") << "qlonglong 9223372036854775807";
+        QTest::newRow("one past the largest")
+            << QByteArray("9223372036854775808") << "double 9223372036854776000";
+        QTest::newRow("1e19") << QByteArray("1e19") << "double 1e+19";
+        QTest::newRow("-1e19") << QByteArray("-1e19") << "double -1e+19";
+        QTest::newRow("1e300") << QByteArray("1e300") << "double 1e+300";
+        QTest::newRow("fraction") << QByteArray("2.5") << "double 2.5";
+    }
+
+    void profileNumbers()
+    {
+        QFETCH(QByteArray, number);
+        QFETCH(QString, expected);
+
+        QVERIFY(KTestAppDir::write(m_env.profilePath() + "/host.json",
+                                   R"({"configs": {"builtin": {"a": )" + number + "}}}"));
+        QVERIFY(loadProfile(m_env.profilePath()));
+        const QVariant value = krt::configs::getValue("a", 1);
+        QCOMPARE(value.typeName() + (' ' + value.toString()), expected);
     }
 
     // Steps: "ignore"/"release" switch ignoring, "hold" blocks for two

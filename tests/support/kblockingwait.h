@@ -6,6 +6,8 @@
 
 #include <functional>
 
+namespace AuthTest {
+
 // Keeps the calling thread busy, its event loop unserved, until done()
 // holds: how a test stands for a lengthy operation on the GUI thread.
 // False when done() still does not hold after timeoutMs. Checks every
@@ -20,5 +22,7 @@ inline bool blockUntil(const std::function<bool()>& done, int timeoutMs = 20000,
     }
     return true;
 }
+
+} // namespace AuthTest
 
 #endif // KBLOCKINGWAIT_H

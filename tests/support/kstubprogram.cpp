@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace AuthTest {
+
 KStubProgram::KStubProgram(const QString& path, const QString& recordDir)
     : m_path(path)
     , m_recordDir(recordDir)
@@ -48,3 +50,5 @@ bool KStubProgram::waitForCalls(int count, int timeoutMs) const
 {
     return blockUntil([&] { return calls().size() >= count; }, timeoutMs, 20);
 }
+
+} // namespace AuthTest

@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+namespace AuthTest {
+
 // A stand-in for a program the code under test starts: a small shell script
 // that records the arguments of each run, byte for byte, in a file of its
 // own, so a test sees exactly what was passed and how often.
@@ -28,5 +30,7 @@ private:
     QString m_recordDir;
     bool m_valid = false;
 };
+
+} // namespace AuthTest
 
 #endif // KSTUBPROGRAM_H

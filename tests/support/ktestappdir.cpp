@@ -6,6 +6,8 @@
 #include <QProcess>
 #include <QUuid>
 
+namespace AuthTest {
+
 KTestAppDir::KTestAppDir(const QString& parentDir)
     : m_path(QDir(parentDir).filePath(QStringLiteral("app-") +
                                       QUuid::createUuid().toString(QUuid::Id128).left(12)))
@@ -45,3 +47,5 @@ KTestAppDir::Result KTestAppDir::run(const QString& name, const QStringList& arg
             QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
 }
+
+} // namespace AuthTest

@@ -5,6 +5,8 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
+namespace AuthTest {
+
 // A temporary application directory. Code that looks beside the running
 // executable (the cloud library under addons/, the setup file under cfgs/,
 // the suite's launcher) is tested by copying a probe program of the build
@@ -45,5 +47,7 @@ public:
 private:
     QString m_path;
 };
+
+} // namespace AuthTest
 
 #endif // KTESTAPPDIR_H

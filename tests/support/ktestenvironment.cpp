@@ -4,6 +4,8 @@
 
 #include <QDir>
 
+namespace AuthTest {
+
 KTestEnvironment::KTestEnvironment()
     : m_root(QDir::tempPath() + QStringLiteral("/authtest-XXXXXX"))
 {
@@ -27,3 +29,5 @@ void KTestEnvironment::resetHost() const
     krt::hostcontrol::setHandler(nullptr);
     krt::hostcontrol::clearExecutedCommands();
 }
+
+} // namespace AuthTest

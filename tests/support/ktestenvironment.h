@@ -3,6 +3,8 @@
 
 #include <QTemporaryDir>
 
+namespace AuthTest {
+
 // Keeps a suite away from the user's real files: a temporary home with its
 // own XDG folders, a temporary working directory, and an empty host profile
 // in a temporary profile directory. Restores nothing on destruction: the
@@ -23,5 +25,7 @@ public:
 private:
     QTemporaryDir m_root;
 };
+
+} // namespace AuthTest
 
 #endif // KTESTENVIRONMENT_H

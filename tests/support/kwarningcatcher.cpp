@@ -2,6 +2,8 @@
 
 #include <QMutex>
 
+namespace AuthTest {
+
 namespace {
 
 // Warnings may come from any thread (watchdogs, the thread pool).
@@ -12,10 +14,13 @@ QStringList g_caught;
 
 KWarningCatcher::KWarningCatcher()
     : m_previous(qInstallMessageHandler(
-          [](QtMsgType type, const QMessageLogContext&, const QString& message) {
+          [](QtMsgType type, const QMessageLogContext& context, const QString& message) {
               const QMutexLocker locker(&g_lock);
+              const QLatin1String category(context.category ? context.category : "default");
               if (type == QtWarningMsg)
-                  g_caught.append(message);
+                  g_caught.append(category == QLatin1String("default")
+                                      ? message
+                                      : category + QLatin1String(": ") + message);
           }))
 {
     const QMutexLocker locker(&g_lock);
@@ -32,3 +37,5 @@ QStringList KWarningCatcher::warnings() const
     const QMutexLocker locker(&g_lock);
     return g_caught;
 }
+
+} // namespace AuthTest

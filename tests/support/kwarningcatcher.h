@@ -3,8 +3,11 @@
 
 #include <QStringList>
 
+namespace AuthTest {
+
 // Collects the warnings logged while it lives, from any thread, instead of
-// printing them. Not reentrant: one catcher at a time.
+// printing them: the text, after "<category>: " unless the category is the
+// default one. Not reentrant: one catcher at a time.
 class KWarningCatcher
 {
 public:
@@ -18,5 +21,7 @@ public:
 private:
     QtMessageHandler m_previous;
 };
+
+} // namespace AuthTest
 
 #endif // KWARNINGCATCHER_H

@@ -18,6 +18,8 @@
 #include <QSaveFile>
 #include <QtTest>
 
+using namespace AuthTest;
+
 namespace {
 
 enum class Save { Replace, InPlace, RemoveFirst };

@@ -2,6 +2,7 @@
 
 #include "kdeskhivestatefile.h"
 #include "ksimnimboclient.h"
+#include "simulatorlogging.h"
 
 #include <deskhive/livestateupdatecache.h>
 
@@ -79,6 +80,6 @@ void KDeskhiveSimulator::raise(const QString& request)
     else if (name == QLatin1String("occurRpcErrorsWhenGetUserInf"))
         emit m_cache->occurRpcErrorsWhenGetUserInf();
     else
-        qWarning("Deskhive simulator: no signal \"%s\" to emit (state file %s)",
-                 qUtf8Printable(request), qUtf8Printable(m_stateFile->path()));
+        qCWarning(lcDeskhiveSimulator, "no signal \"%s\" to emit (state file %s)",
+                  qUtf8Printable(request), qUtf8Printable(m_stateFile->path()));
 }

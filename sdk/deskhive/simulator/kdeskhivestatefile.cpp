@@ -1,5 +1,7 @@
 #include "kdeskhivestatefile.h"
 
+#include "simulatorlogging.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -15,7 +17,7 @@
 namespace {
 
 // A state file is a handful of members; anything larger is not one.
-constexpr qint64 kMaxStateFileSize = 1024 * 1024;
+constexpr qint64 kMaxStateFileSize = qint64(1024) * 1024;
 constexpr int kSettleMs = 50;
 
 } // namespace
@@ -69,8 +71,9 @@ bool KDeskhiveStateFile::write(const KDeskhiveState& state)
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
         !file.commit()) {
-        qWarning("Deskhive simulator: cannot write %s (%s); the change holds until the host exits",
-                 qUtf8Printable(m_path), qUtf8Printable(file.errorString()));
+        qCWarning(lcDeskhiveSimulator,
+                  "cannot write %s (%s); the change holds until the host exits",
+                  qUtf8Printable(m_path), qUtf8Printable(file.errorString()));
         return false;
     }
     m_content = content;
@@ -104,7 +107,8 @@ void KDeskhiveStateFile::parse(const QByteArray& content)
     const QByteArray path = m_path.toUtf8();
     const char* name = path.constData();
     if (content.size() > kMaxStateFileSize) {
-        qWarning("Deskhive simulator: %s is too large for a state file; nobody is signed in", name);
+        qCWarning(lcDeskhiveSimulator, "%s is too large for a state file; nobody is signed in",
+                  name);
         return;
     }
 
@@ -120,12 +124,12 @@ void KDeskhiveStateFile::parse(const QByteArray& content)
         errors = e.what();
     }
     if (!parsed) {
-        qWarning("Deskhive simulator: %s is not valid JSON; nobody is signed in: %s", name,
-                 QString::fromStdString(errors).simplified().toUtf8().constData());
+        qCWarning(lcDeskhiveSimulator, "%s is not valid JSON; nobody is signed in: %s", name,
+                  QString::fromStdString(errors).simplified().toUtf8().constData());
         return;
     }
     if (!root.isObject()) {
-        qWarning("Deskhive simulator: %s does not hold a JSON object; nobody is signed in", name);
+        qCWarning(lcDeskhiveSimulator, "%s does not hold a JSON object; nobody is signed in", name);
         return;
     }
 
@@ -134,15 +138,15 @@ void KDeskhiveStateFile::parse(const QByteArray& content)
     if (requests.isNull())
         return;
     if (!requests.isArray()) {
-        qWarning("Deskhive simulator: \"emit\" in %s is not a list of signal names", name);
+        qCWarning(lcDeskhiveSimulator, "\"emit\" in %s is not a list of signal names", name);
         return;
     }
     for (const Json::Value& request : requests) {
         if (request.isString())
             m_requests.append(QString::fromStdString(request.asString()));
         else
-            qWarning("Deskhive simulator: \"emit\" in %s holds a value that is not a signal name",
-                     name);
+            qCWarning(lcDeskhiveSimulator, "\"emit\" in %s holds a value that is not a signal name",
+                      name);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "khostprofile.h"
 
 #include "vexlite/hostcontrol.h"
+#include "vexlitelogging.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -36,18 +37,27 @@ QJsonObject toJsonObject(const QHash<QString, QVariant>& values)
     return object;
 }
 
-// JSON numbers arrive as doubles; whole numbers are kept as integers so
-// that they read back as "8" and not "8.0" style texts in every conversion.
+// Whole numbers are kept as integers, written "1e3" or "1000", so that they
+// read back as "1000" and not as a real number's text in every conversion;
+// int where it fits. Only real numbers within the 64-bit range can become
+// integers (-2^63 is the smallest, 2^63 the first past the largest); other
+// numbers stay real.
 QVariant fromJson(const QJsonValue& value)
 {
-    if (value.isDouble()) {
-        const double d = value.toDouble();
-        const qint64 whole = static_cast<qint64>(d);
-        if (static_cast<double>(whole) == d)
-            return whole >= INT_MIN && whole <= INT_MAX ? QVariant(static_cast<int>(whole))
-                                                        : QVariant(whole);
+    constexpr double kPastLargest = 9223372036854775808.0;
+    QVariant number = value.toVariant();
+    if (number.type() == QVariant::Double) {
+        const double d = number.toDouble();
+        if (d >= -kPastLargest && d < kPastLargest &&
+            static_cast<double>(static_cast<qint64>(d)) == d)
+            number = static_cast<qint64>(d);
     }
-    return value.toVariant();
+    if (number.type() == QVariant::LongLong) {
+        const qint64 whole = number.toLongLong();
+        if (whole >= INT_MIN && whole <= INT_MAX)
+            number = static_cast<int>(whole);
+    }
+    return number;
 }
 
 } // namespace
@@ -67,7 +77,7 @@ void KHostProfile::ensureLoadedLocked()
     const QString dir = defaultProfileDir();
     QString error;
     if (!load(dir, &error))
-        qWarning("vexlite: %s", qPrintable(error));
+        qCWarning(lcVexLite, "%s", qPrintable(error));
 }
 
 void KHostProfile::clearLocked(const QString& dir)
@@ -274,7 +284,7 @@ void KHostProfile::setConfigValue(unsigned layer, const QString& key, const QVar
             m_configs[bit].insert(key, value);
         return;
     }
-    qWarning("vexlite: %#x is not a single configuration layer", layer);
+    qCWarning(lcVexLite, "%#x is not a single configuration layer", layer);
 }
 
 QString KHostProfile::infoString(const QString& key)
@@ -338,7 +348,7 @@ void KHostProfile::loadTranslatorLocked()
     if (!m_translator.load(QLocale(m_language), QStringLiteral("vex"), QStringLiteral("_"),
                            QStringLiteral(":/vexlite/i18n")) &&
         !m_language.startsWith(QLatin1String("en"))) {
-        qWarning("vexlite: no host catalogue for language %s", qPrintable(m_language));
+        qCWarning(lcVexLite, "no host catalogue for language %s", qPrintable(m_language));
     }
 }
 

@@ -1,0 +1,3 @@
+#include "simulatorlogging.h"
+
+Q_LOGGING_CATEGORY(lcDeskhiveSimulator, "deskhive.simulator")

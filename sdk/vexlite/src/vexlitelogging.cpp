@@ -1,0 +1,3 @@
+#include "vexlitelogging.h"
+
+Q_LOGGING_CATEGORY(lcVexLite, "vexlite")

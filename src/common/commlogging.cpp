@@ -1,0 +1,3 @@
+#include "commlogging.h"
+
+Q_LOGGING_CATEGORY(lcAuthCommon, "auth.common")

@@ -1,0 +1,3 @@
+#include "usercenterlogging.h"
+
+Q_LOGGING_CATEGORY(lcAuthUserCenter, "auth.usercenter")
