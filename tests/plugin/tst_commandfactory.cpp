@@ -159,9 +159,11 @@ private slots:
         }
     }
 
-    // Last: the library goes, and its classes with it, the last first.
+    // Last: the library goes, and its classes with it, the last first; what
+    // the host was told before stays readable.
     void unloadedInReverse()
     {
+        const QStringList before = KCommandFactory::registeredClasses();
         setHandler(nullptr);
         KCommandFactory::clearRegistrationLog();
         QVERIFY2(m_plugin.unload(), qPrintable(m_plugin.errorString()));
@@ -171,6 +173,7 @@ private slots:
         QVERIFY(!KCommandFactory::lookup(kTable[0]));
         QMainWindow window;
         QVERIFY(!KCommandFactory::createCommand(kTable[0], &window, nullptr));
+        QCOMPARE(before, kTable);
     }
 };
 

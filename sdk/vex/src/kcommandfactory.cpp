@@ -80,8 +80,10 @@ QStringList KCommandFactory::registeredClasses()
     Registry& r = registry();
     const QMutexLocker lock(&r.lock);
     QStringList names;
+    // Copies: a name may be a literal of a module that is unloaded while
+    // the caller still holds the list.
     for (const KCommandFactoryItemBase* item : qAsConst(r.items))
-        names.append(item->className());
+        names.append(QString(item->className().constData(), item->className().size()));
     return names;
 }
 

@@ -30,7 +30,8 @@ public:
     // itself nothing is named after its class.
     static KCommand* createCommand(const QString& className, QObject* host, QObject* parent);
 
-    // Class names of the registered items in registration order.
+    // Class names of the registered items in registration order; the list
+    // stays valid after the modules that registered them are unloaded.
     static QStringList registeredClasses();
 
     // Every registration and unregistration since the last clear, in order:
