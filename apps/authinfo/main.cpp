@@ -3,6 +3,7 @@
 
 #include "kaccountreport.h"
 #include "kauthpluginloader.h"
+#include "kcommandreport.h"
 #include "kdiagnosticsreport.h"
 #include "kinforeport.h"
 
@@ -60,8 +61,19 @@ int main(int argc, char* argv[])
     const QCommandLineOption verboseOption(
         {QStringLiteral("v"), QStringLiteral("verbose")},
         QStringLiteral("Also print the debug notices of the plug-in and its helpers."));
+    const QCommandLineOption commandsOption(
+        QStringLiteral("commands"),
+        QStringLiteral("List the command classes the plug-in registered with the host."));
+    const QCommandLineOption commandOption(
+        QStringLiteral("command"),
+        QStringLiteral("Pass a named command (such as OpenUserCenter) through the handler and "
+                       "print the result, the addresses it opened and the suite user name. "
+                       "May be given more than once."),
+        QStringLiteral("name"));
     parser.addOption(accountOption);
     parser.addOption(diagnosticsOption);
+    parser.addOption(commandsOption);
+    parser.addOption(commandOption);
     parser.addOption(verboseOption);
     parser.addPositionalArgument(QStringLiteral("key"), QStringLiteral("Information keys to ask."),
                                  QStringLiteral("[key...]"));
@@ -90,12 +102,15 @@ int main(int argc, char* argv[])
     }
     krt::hostcontrol::setHandler(handler);
 
-    // Nothing chosen: the whole table and every report. Chosen keys and
-    // reports: those alone, keys first.
+    // Nothing chosen: the whole table and every report. Chosen keys,
+    // reports and commands: those alone, keys first, commands last.
     const QStringList keys = parser.positionalArguments();
     const bool account = parser.isSet(accountOption);
     const bool diagnostics = parser.isSet(diagnosticsOption);
-    const bool everything = keys.isEmpty() && !account && !diagnostics;
+    const bool commands = parser.isSet(commandsOption);
+    const QStringList commandNames = parser.values(commandOption);
+    const bool everything =
+        keys.isEmpty() && !account && !diagnostics && !commands && commandNames.isEmpty();
     int status = 0;
     bool first = true;
     const auto section = [&]() {
@@ -115,6 +130,14 @@ int main(int argc, char* argv[])
         section();
         if (!KDiagnosticsReport::print(out))
             status = kExitDiagnosticsProblem;
+    }
+    if (commands) {
+        section();
+        KCommandReport::printClasses(out);
+    }
+    for (const QString& name : commandNames) {
+        section();
+        KCommandReport::run(out, name);
     }
 
     krt::hostcontrol::setHandler(nullptr);

@@ -1,6 +1,7 @@
 #include "kxacommonauthhandler.h"
 
 #include "kxjumpurl.h"
+#include "kxopenurl.h"
 
 #include <vexlite/krtconfigs.h>
 #include <vexlite/krti18n.h>
@@ -83,5 +84,8 @@ QVariant KXaCommonAuthHandler::serverInfo(const QString& key, const QString& gro
 
 bool KXaCommonAuthHandler::prehook(const QString& name, void* data)
 {
+    if (name == QLatin1String("OpenUserCenter"))
+        kxOpenAutoLoginUrl(krt::product::getString(QStringLiteral("PersonalCenterUrl")));
+    // Every command, handled or not, goes on through the common handler.
     return KCommonAuthHandler::prehook(name, data);
 }

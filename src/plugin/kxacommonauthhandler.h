@@ -4,7 +4,8 @@
 #include "kcommonauthhandler.h"
 
 // The handler the plug-in hands to the host: product names and the
-// addresses of the service's pages.
+// addresses of the service's pages, and the personal centre opened for the
+// host command "OpenUserCenter".
 class KXaCommonAuthHandler : public KCommonAuthHandler
 {
 public:

@@ -1,6 +1,7 @@
 #include "vex/kxapplication.h"
 
 #include "vex/klongtimeblockdetector.h"
+#include "vex/kmainwindow.h"
 
 KxApplication::KxApplication(int& argc, char** argv)
     : QApplication(argc, argv)
@@ -24,4 +25,19 @@ KLongTimeBlockDetector* KxApplication::longTimeBlockDetector() const
 void KxApplication::ingoreLongTimeBlockDetect(bool ignore)
 {
     m_detector->setIgnored(ignore);
+}
+
+KMainWindow* KxApplication::findRelativeMainWindowX(KShellApplication* app)
+{
+    if (!app)
+        return nullptr;
+    auto* active = qobject_cast<KMainWindow*>(QApplication::activeWindow());
+    if (active && active->shellApplication() == app)
+        return active;
+    const QList<KMainWindow*> windows = KMainWindow::mainWindows();
+    for (KMainWindow* window : windows) {
+        if (window->shellApplication() == app)
+            return window;
+    }
+    return nullptr;
 }

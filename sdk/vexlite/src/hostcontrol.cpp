@@ -1,6 +1,18 @@
 #include "vexlite/hostcontrol.h"
 
 #include "khostprofile.h"
+#include "vexlite/khksoftwaresettings.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+const char kUserInfoStorePath[] = "Corvane\\Office\\6.0\\Common\\UserInfo";
+const char kUserNameValue[] = "UserName";
+
+} // namespace
 
 namespace krt {
 namespace hostcontrol {
@@ -114,6 +126,78 @@ QStringList executedCommands()
 void clearExecutedCommands()
 {
     KHostProfile::instance().clearExecutedCommands();
+}
+
+void setActiveApp(const QString& name)
+{
+    KHostProfile::instance().setActiveApp(name);
+}
+
+void setAccountLogined(bool logined, const QString& userName)
+{
+    KHostProfile::instance().setAccount(logined, userName);
+}
+
+void setLogoutDuetoOffLine(bool offline)
+{
+    KHostProfile::instance().setLogoutDuetoOffLine(offline);
+}
+
+QList<AccountEntryCall> accountEntryCalls()
+{
+    return KHostProfile::instance().accountEntryCalls();
+}
+
+void clearAccountEntryCalls()
+{
+    KHostProfile::instance().clearAccountEntryCalls();
+}
+
+QString suiteUserName()
+{
+    return KHKSoftwareSettings(KHKSoftwareSettings::CurrentUser, QLatin1String(kUserInfoStorePath))
+        .value(QLatin1String(kUserNameValue))
+        .toString();
+}
+
+void setSuiteUserName(const QString& name)
+{
+    KHKSoftwareSettings(KHKSoftwareSettings::CurrentUser, QLatin1String(kUserInfoStorePath))
+        .setValue(QLatin1String(kUserNameValue), name);
+}
+
+void setUserInformationFault(UserInformationFault fault)
+{
+    KHostProfile::instance().setUserInformationFault(fault);
+}
+
+UserInformationFault userInformationFault()
+{
+    return KHostProfile::instance().userInformationFault();
+}
+
+QString infoCollectFile()
+{
+    return KHostProfile::instance().infoCollectFile();
+}
+
+QList<QVariantMap> recordedEvents()
+{
+    QList<QVariantMap> events;
+    QFile file(infoCollectFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return events;
+    while (!file.atEnd()) {
+        const QJsonDocument line = QJsonDocument::fromJson(file.readLine());
+        if (line.isObject())
+            events.append(line.object().toVariantMap());
+    }
+    return events;
+}
+
+void clearRecordedEvents()
+{
+    QFile::remove(infoCollectFile());
 }
 
 } // namespace hostcontrol

@@ -10,10 +10,13 @@
 #include <QLocale>
 #include <QMutexLocker>
 #include <QSaveFile>
+#include <QStandardPaths>
 
 namespace {
 
 const char kProfileFile[] = "host.json";
+// The word processor is the application a shell starts with.
+const char kDefaultApp[] = "zento";
 
 // Layer bits in the order the profile names them; the array index is the
 // bit number, so a higher index means a layer that takes precedence.
@@ -60,6 +63,14 @@ QVariant fromJson(const QJsonValue& value)
     return number;
 }
 
+// A copy with data of its own. What the host keeps from a plug-in must not
+// point into the plug-in's constant data (QStringLiteral), which goes when
+// the plug-in is unloaded.
+QString ownCopy(const QString& text)
+{
+    return QString(text.constData(), text.size());
+}
+
 } // namespace
 
 KHostProfile& KHostProfile::instance()
@@ -91,6 +102,12 @@ void KHostProfile::clearLocked(const QString& dir)
         layer.clear();
     m_info = QJsonObject();
     m_language = QStringLiteral("en_US");
+    m_activeApp = QLatin1String(kDefaultApp);
+    m_accountLogined = false;
+    m_accountUserName.clear();
+    m_logoutDuetoOffLine = false;
+    m_accountEntryCalls.clear();
+    m_userInformationFault = krt::hostcontrol::NoUserInformationFault;
 }
 
 bool KHostProfile::load(const QString& dir, QString* error)
@@ -145,6 +162,16 @@ bool KHostProfile::readLocked(QString* error)
         root.value(QLatin1String("i18n")).toObject().value(QLatin1String("language")).toString();
     if (!language.isEmpty())
         m_language = language;
+
+    const QJsonObject shell = root.value(QLatin1String("shell")).toObject();
+    const QJsonValue activeApp = shell.value(QLatin1String("activeApp"));
+    if (activeApp.isString())
+        m_activeApp = activeApp.toString();
+    const QJsonObject account = shell.value(QLatin1String("account")).toObject();
+    m_accountLogined = account.value(QLatin1String("logined")).toBool(false);
+    m_accountUserName =
+        m_accountLogined ? account.value(QLatin1String("userName")).toString() : QString();
+    m_logoutDuetoOffLine = account.value(QLatin1String("logoutDuetoOffLine")).toBool(false);
     return true;
 }
 
@@ -180,6 +207,11 @@ bool KHostProfile::save(const QString& dir, QString* error)
     root.insert(QLatin1String("configs"), configs);
     root.insert(QLatin1String("info"), m_info);
     root.insert(QLatin1String("i18n"), QJsonObject{{QLatin1String("language"), m_language}});
+    const QJsonObject account{{QLatin1String("logined"), m_accountLogined},
+                              {QLatin1String("userName"), m_accountUserName},
+                              {QLatin1String("logoutDuetoOffLine"), m_logoutDuetoOffLine}};
+    root.insert(QLatin1String("shell"), QJsonObject{{QLatin1String("activeApp"), m_activeApp},
+                                                    {QLatin1String("account"), account}});
 
     if (!QDir().mkpath(dir)) {
         if (error)
@@ -376,7 +408,7 @@ QString KHostProfile::translate(const char* context, const char* sourceText, con
 void KHostProfile::recordExecutedCommand(const QString& name)
 {
     QMutexLocker lock(&m_mutex);
-    m_executedCommands.append(name);
+    m_executedCommands.append(ownCopy(name));
 }
 
 QStringList KHostProfile::executedCommands()
@@ -389,4 +421,95 @@ void KHostProfile::clearExecutedCommands()
 {
     QMutexLocker lock(&m_mutex);
     m_executedCommands.clear();
+}
+
+QString KHostProfile::activeApp()
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_activeApp;
+}
+
+void KHostProfile::setActiveApp(const QString& name)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    m_activeApp = name;
+}
+
+bool KHostProfile::accountLogined()
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_accountLogined;
+}
+
+QString KHostProfile::accountUserName()
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_accountUserName;
+}
+
+void KHostProfile::setAccount(bool logined, const QString& userName)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    m_accountLogined = logined;
+    m_accountUserName = logined ? userName : QString();
+}
+
+bool KHostProfile::logoutDuetoOffLine()
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_logoutDuetoOffLine;
+}
+
+void KHostProfile::setLogoutDuetoOffLine(bool offline)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    m_logoutDuetoOffLine = offline;
+}
+
+void KHostProfile::recordAccountEntry(int code, const QString& first, const QString& second)
+{
+    QMutexLocker lock(&m_mutex);
+    m_accountEntryCalls.append({code, ownCopy(first), ownCopy(second)});
+}
+
+QList<krt::hostcontrol::AccountEntryCall> KHostProfile::accountEntryCalls()
+{
+    QMutexLocker lock(&m_mutex);
+    return m_accountEntryCalls;
+}
+
+void KHostProfile::clearAccountEntryCalls()
+{
+    QMutexLocker lock(&m_mutex);
+    m_accountEntryCalls.clear();
+}
+
+krt::hostcontrol::UserInformationFault KHostProfile::userInformationFault()
+{
+    QMutexLocker lock(&m_mutex);
+    return m_userInformationFault;
+}
+
+void KHostProfile::setUserInformationFault(krt::hostcontrol::UserInformationFault fault)
+{
+    QMutexLocker lock(&m_mutex);
+    m_userInformationFault = fault;
+}
+
+QString KHostProfile::infoCollectFile()
+{
+    QString root = dir();
+    // Like the settings stores: somewhere the user owns, never the working
+    // directory, when the host has no profile directory.
+    if (root.isEmpty())
+        root = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+               QStringLiteral("/zento-host");
+    return QDir(root).filePath(QStringLiteral("userdata/infocollect.jsonl"));
 }

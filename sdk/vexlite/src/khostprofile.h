@@ -1,8 +1,11 @@
 #ifndef VEXLITE_KHOSTPROFILE_H
 #define VEXLITE_KHOSTPROFILE_H
 
+#include "vexlite/hostcontrol.h"
+
 #include <QHash>
 #include <QJsonObject>
+#include <QList>
 #include <QMutex>
 #include <QString>
 #include <QStringList>
@@ -59,6 +62,24 @@ public:
     QStringList executedCommands();
     void clearExecutedCommands();
 
+    // The shell's active application and the suite account it offers.
+    QString activeApp();
+    void setActiveApp(const QString& name);
+    bool accountLogined();
+    QString accountUserName();
+    void setAccount(bool logined, const QString& userName);
+    bool logoutDuetoOffLine();
+    void setLogoutDuetoOffLine(bool offline);
+    void recordAccountEntry(int code, const QString& first, const QString& second);
+    QList<krt::hostcontrol::AccountEntryCall> accountEntryCalls();
+    void clearAccountEntryCalls();
+
+    krt::hostcontrol::UserInformationFault userInformationFault();
+    void setUserInformationFault(krt::hostcontrol::UserInformationFault fault);
+
+    // Where usage events are kept: the profile's per-user data.
+    QString infoCollectFile();
+
 private:
     KHostProfile();
     void ensureLoadedLocked();
@@ -81,6 +102,13 @@ private:
     QTranslator m_translator;
     QHash<QByteArray, QString> m_trCache;
     QStringList m_executedCommands;
+    QString m_activeApp;
+    bool m_accountLogined = false;
+    QString m_accountUserName;
+    bool m_logoutDuetoOffLine = false;
+    QList<krt::hostcontrol::AccountEntryCall> m_accountEntryCalls;
+    krt::hostcontrol::UserInformationFault m_userInformationFault =
+        krt::hostcontrol::NoUserInformationFault;
 };
 
 #endif // VEXLITE_KHOSTPROFILE_H

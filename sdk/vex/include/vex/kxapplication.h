@@ -6,6 +6,8 @@
 #include <QApplication>
 
 class KLongTimeBlockDetector;
+class KMainWindow;
+class KShellApplication;
 
 // The suite's application object. It watches its own event loop for long
 // blocks from construction on (KLongTimeBlockDetector, default threshold
@@ -21,6 +23,12 @@ public:
     ~KxApplication() override;
 
     KLongTimeBlockDetector* longTimeBlockDetector() const;
+
+    // The main window the application works in: the active window when it
+    // is one of the application's main windows, else the application's most
+    // recently activated one. Null for a null application or one without a
+    // main window.
+    static KMainWindow* findRelativeMainWindowX(KShellApplication* app);
 
 public slots:
     // Lengthy operations switch the block detection off around themselves

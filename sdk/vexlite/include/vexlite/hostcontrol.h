@@ -3,9 +3,11 @@
 
 #include "vexlite_global.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVariantMap>
 
 class IKAuthorizationHandler;
 
@@ -18,7 +20,10 @@ class IKAuthorizationHandler;
 //                  "server": {..}, "policy": {..} },
 //     "info":    { "version": "12.1.0.17890", "installUuid": "..", "hdid": "..",
 //                  "mc": "..", "userAgent": "..", "uwpInfoGUID": ".." },
-//     "i18n":    { "language": "en_US" } }
+//     "i18n":    { "language": "en_US" },
+//     "shell":   { "activeApp": "zento",
+//                  "account": { "logined": true, "userName": "..",
+//                               "logoutDuetoOffLine": false } } }
 // The directory is named by the environment variable ZENTO_HOST_PROFILE,
 // else it is "profile" beside the application. It is read on first use.
 namespace krt {
@@ -67,6 +72,47 @@ VEXLITE_EXPORT void setUwpCommonValue(const QString& key, const QVariant& value)
 // Named commands the host went on to run after the handler let them pass.
 VEXLITE_EXPORT QStringList executedCommands();
 VEXLITE_EXPORT void clearExecutedCommands();
+
+// The shell's active application (KShellApplicaitons::getActiveApp()) by
+// name; an empty name leaves the shell without an active application.
+VEXLITE_EXPORT void setActiveApp(const QString& name);
+// The suite account every application's account service reports. A
+// signed-out account has no user name.
+VEXLITE_EXPORT void setAccountLogined(bool logined, const QString& userName = QString());
+VEXLITE_EXPORT void setLogoutDuetoOffLine(bool offline);
+
+// One call of the account service's entry operation.
+struct AccountEntryCall
+{
+    int code = 0;
+    QString first;
+    QString second;
+};
+VEXLITE_EXPORT QList<AccountEntryCall> accountEntryCalls();
+VEXLITE_EXPORT void clearAccountEntryCalls();
+
+// The suite's user name (the author name documents are saved with), kept in
+// the profile's per-user store; vex_GetUserInformation reads and writes it.
+VEXLITE_EXPORT QString suiteUserName();
+VEXLITE_EXPORT void setSuiteUserName(const QString& name);
+
+// Failures the suite's user-information object can be made to show.
+enum UserInformationFault {
+    NoUserInformationFault,
+    UserInformationUnavailable, // vex_GetUserInformation fails and gives no object
+    UserNameUnreadable,         // reading the user name fails
+    UserNameWriteThrows,        // writing the user name throws std::runtime_error
+};
+VEXLITE_EXPORT void setUserInformationFault(UserInformationFault fault);
+VEXLITE_EXPORT UserInformationFault userInformationFault();
+
+// Usage events recorded by krt::infocollect, oldest first: each the JSON
+// object of one line of infoCollectFile() ("kind" is "event" or "view",
+// "time" an ISO date in UTC, the other members the arguments by name).
+// Lines that are not JSON objects are skipped.
+VEXLITE_EXPORT QString infoCollectFile();
+VEXLITE_EXPORT QList<QVariantMap> recordedEvents();
+VEXLITE_EXPORT void clearRecordedEvents();
 
 } // namespace hostcontrol
 } // namespace krt

@@ -1,0 +1,7 @@
+#include "vex/kcommandfactoryitembase.h"
+
+KCommandFactoryItemBase::KCommandFactoryItemBase(const QString& className)
+    : m_className(className)
+{}
+
+KCommandFactoryItemBase::~KCommandFactoryItemBase() = default;

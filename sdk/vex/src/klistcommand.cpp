@@ -1,0 +1,135 @@
+#include "vex/klistcommand.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QToolButton>
+
+namespace {
+
+bool holds(KCommand* root, const KCommand* command)
+{
+    if (!root)
+        return false;
+    if (root == command)
+        return true;
+    for (int i = 0; i < root->childCount(); ++i) {
+        if (holds(root->childAt(i), command))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+KListCommand::KListCommand(QObject* parent, QObject* host)
+    : KCommand(parent, host)
+{}
+
+KListCommand::~KListCommand() = default;
+
+int KListCommand::childCount() const
+{
+    return m_children.size();
+}
+
+KCommand* KListCommand::childAt(int index) const
+{
+    return index >= 0 && index < m_children.size() ? m_children.at(index).data() : nullptr;
+}
+
+bool KListCommand::insertChild(int index, KCommand* command)
+{
+    if (!command || m_children.contains(command) || holds(command, this))
+        return false;
+    if (index < 0 || index > m_children.size())
+        index = m_children.size();
+    m_children.insert(index, command);
+    connect(command, SIGNAL(destroyed()), this, SIGNAL(childrenChanged()));
+    emit childrenChanged();
+    return true;
+}
+
+bool KListCommand::removeChild(KCommand* command)
+{
+    const int index = command ? m_children.indexOf(command) : -1;
+    if (index < 0)
+        return false;
+    m_children.removeAt(index);
+    disconnect(command, SIGNAL(destroyed()), this, SIGNAL(childrenChanged()));
+    emit childrenChanged();
+    return true;
+}
+
+void KListCommand::clearChildren()
+{
+    if (m_children.isEmpty())
+        return;
+    for (const QPointer<KCommand>& child : qAsConst(m_children)) {
+        if (child)
+            disconnect(child, SIGNAL(destroyed()), this, SIGNAL(childrenChanged()));
+    }
+    m_children.clear();
+    emit childrenChanged();
+}
+
+KCommand* KListCommand::clone(QObject* parent, QObject* host)
+{
+    auto* command = new KListCommand(parent, host);
+    command->copyProperties(this);
+    return command;
+}
+
+void KListCommand::copyProperties(const KCommand* other)
+{
+    if (!other || other == this)
+        return;
+    KCommand::copyProperties(other);
+    // Children of the old entries that this list owned go with them.
+    QList<QPointer<KCommand>> old = m_children;
+    clearChildren();
+    for (const QPointer<KCommand>& child : qAsConst(old)) {
+        if (child && child->parent() == this)
+            delete child.data();
+    }
+    for (int i = 0; i < other->childCount(); ++i) {
+        if (KCommand* child = other->childAt(i))
+            addChild(child->clone(this, host()));
+    }
+}
+
+QWidget* KListCommand::createPocketWidget(QWidget* parent)
+{
+    auto* button = new QToolButton(parent);
+    auto* menu = new QMenu(button);
+    button->setDefaultAction(action());
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setAutoRaise(true);
+    // Built when it opens, so it always shows the children as they are.
+    QPointer<KListCommand> self(this);
+    connect(menu, &QMenu::aboutToShow, menu, [menu, self] {
+        // Submenus of the last time are the menu's own children.
+        qDeleteAll(menu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+        menu->clear();
+        if (self)
+            fillMenu(menu, self);
+    });
+    return button;
+}
+
+void KListCommand::fillMenu(QMenu* menu, KCommand* command)
+{
+    for (int i = 0; i < command->childCount(); ++i) {
+        KCommand* child = command->childAt(i);
+        if (!child || !child->isVisible())
+            continue;
+        if (child->childCount() > 0) {
+            QMenu* sub = menu->addMenu(child->icon(), child->text());
+            sub->setEnabled(child->isEnabled());
+            fillMenu(sub, child);
+        } else {
+            menu->addAction(child->action());
+        }
+    }
+}

@@ -1,0 +1,183 @@
+// The plug-in's commands in the host's command factory, as a host meets
+// them: the built libauthplugin loaded with QLibrary registers its classes
+// in table order, the host creates them for its main windows, they work
+// through the handler, and unloading the library withdraws them in the
+// reverse order. This suite links the host alone, never the plug-in.
+
+#include "ktestappdir.h"
+#include "ktestenvironment.h"
+#include "kwarningcatcher.h"
+
+#include <vex/kcommandfactory.h>
+#include <vex/kcommandfactoryitembase.h>
+#include <vex/kmainwindow.h>
+#include <vex/ktriggercommand.h>
+#include <vexlite/hostcontrol.h>
+#include <vexlite/ikauthorizationhandler.h>
+
+#include <QDesktopServices>
+#include <QLibrary>
+#include <QtTest>
+
+using namespace AuthTest;
+
+using namespace krt::hostcontrol;
+
+namespace {
+
+const QStringList kTable{"KxOpenPersonalCenterCommand", "KEnterpriseCenterTriggerCommand"};
+const QString kCenter = "https://account.example/center?from=suite";
+
+class KDerivedMainWindow : public KMainWindow
+{};
+
+} // namespace
+
+class TestCommandFactory : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    QLibrary m_plugin{QCoreApplication::applicationDirPath() + "/libauthplugin.so"};
+    QStringList m_opened;
+
+public slots:
+    void open(const QUrl& url) { m_opened << url.toString(QUrl::FullyEncoded); }
+
+private slots:
+    void initTestCase()
+    {
+        const QString state = m_env.rootPath() + "/state.json";
+        QVERIFY(KTestAppDir::write(state, R"({"IsLogined": true, "Name": "Ada", "Id": "id-7"})"));
+        qputenv("DESKHIVE_STATE", state.toUtf8());
+        QDesktopServices::setUrlHandler("https", this, "open");
+        setProductString("PersonalCenterUrl", kCenter);
+        setFeatureSupported("SimplifiedUserCenter", true);
+
+        KCommandFactory::clearRegistrationLog();
+        QVERIFY(KCommandFactory::registeredClasses().isEmpty());
+        QVERIFY2(m_plugin.load(), qPrintable(m_plugin.errorString()));
+        const auto entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
+            m_plugin.resolve("GetAuthorizationHandler"));
+        QVERIFY(entry);
+        setHandler(entry());
+    }
+
+    void registeredAtLoad()
+    {
+        QCOMPARE(KCommandFactory::registeredClasses(), kTable);
+        QCOMPARE(KCommandFactory::registrationLog(),
+                 QStringList({"register " + kTable[0], "register " + kTable[1]}));
+        for (const QString& name : kTable)
+            QCOMPARE(KCommandFactory::lookup(name)->className(), name);
+    }
+
+    void createFor_data()
+    {
+        QTest::addColumn<QString>("className");
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<bool>("created");
+
+        for (const QString& name : kTable) {
+            const QByteArray tag = name.toLatin1() + ", ";
+            QTest::newRow(tag + "main window") << name << "KMainWindow" << true;
+            QTest::newRow(tag + "derived main window") << name << "derived" << true;
+            QTest::newRow(tag + "Qt main window") << name << "QMainWindow" << false;
+            QTest::newRow(tag + "widget") << name << "QWidget" << false;
+            QTest::newRow(tag + "no host") << name << "" << false;
+        }
+    }
+
+    // A suitable host gets a new command each time, parented to the window;
+    // any other gets the warning and nothing.
+    void createFor()
+    {
+        QFETCH(QString, className);
+        QFETCH(QString, host);
+        QFETCH(bool, created);
+
+        const auto make = [&]() -> QWidget* {
+            if (host == "KMainWindow")
+                return new KMainWindow;
+            if (host == "derived")
+                return new KDerivedMainWindow;
+            if (host == "QMainWindow")
+                return new QMainWindow;
+            return host == "QWidget" ? new QWidget : nullptr;
+        };
+        QScopedPointer<QWidget> window(make());
+        QObject other;
+        KWarningCatcher catcher;
+        QScopedPointer<KCommand> first(
+            KCommandFactory::createCommand(className, window.data(), &other));
+        QScopedPointer<KCommand> second(
+            KCommandFactory::createCommand(className, window.data(), &other));
+        QCOMPARE(!first.isNull(), created);
+        if (!created) {
+            const QString warning = className + " need a host KMainWindow";
+            QCOMPARE(catcher.warnings(), QStringList({warning, warning}));
+            return;
+        }
+        QVERIFY(catcher.warnings().isEmpty());
+        QVERIFY(first != second);
+        QCOMPARE(QString(first->metaObject()->className()), className);
+        QVERIFY(qobject_cast<KTriggerCommand*>(first.data()));
+        QCOMPARE(first->parent(), window.data());
+        QCOMPARE(first->host(), &other);
+        QCOMPARE(first->name(), className);
+        QVERIFY(!first->text().isEmpty());
+    }
+
+    // The commands in a main window's title area: the personal centre shows
+    // for the signed-in user and, clicked, opens the centre signed in; the
+    // enterprise centre goes to the host. Both reach the handler.
+    void commandsWork()
+    {
+        clearExecutedCommands();
+        m_opened.clear();
+        KMainWindow window;
+        KCommand* personal = window.addTitleCommand(kTable[0]);
+        KCommand* enterprise = window.addTitleCommand(kTable[1]);
+        QVERIFY(personal && enterprise);
+        personal->setVisible(false);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(personal->isVisible());
+        QTest::mouseClick(window.pocketWidget(personal), Qt::LeftButton);
+        static_cast<KTriggerCommand*>(enterprise)->trigger();
+        QCOMPARE(executedCommands(), QStringList({"OpenUserCenter", "OpenEnterpriseCenter"}));
+        QCOMPARE(m_opened.size(), 1);
+        QVERIFY2(m_opened[0].startsWith("https://account.zentooffice.example/autologin?token=") &&
+                     m_opened[0].endsWith("&target=" + QUrl::toPercentEncoding(kCenter)),
+                 qPrintable(m_opened[0]));
+
+        QObject parent;
+        for (KCommand* command : {personal, enterprise}) {
+            command->setDetail("d");
+            QScopedPointer<KCommand> copy(command->clone(&parent, &window));
+            QCOMPARE(copy->metaObject(), command->metaObject());
+            QVERIFY(copy->parent() == &parent && copy->host() == &window);
+            QVERIFY(copy->name() == command->name() && copy->detail() == "d");
+        }
+    }
+
+    // Last: the library goes, and its classes with it, the last first; what
+    // the host was told before stays readable.
+    void unloadedInReverse()
+    {
+        const QStringList before = KCommandFactory::registeredClasses();
+        setHandler(nullptr);
+        KCommandFactory::clearRegistrationLog();
+        QVERIFY2(m_plugin.unload(), qPrintable(m_plugin.errorString()));
+        QCOMPARE(KCommandFactory::registrationLog(),
+                 QStringList({"unregister " + kTable[1], "unregister " + kTable[0]}));
+        QVERIFY(KCommandFactory::registeredClasses().isEmpty());
+        QVERIFY(!KCommandFactory::lookup(kTable[0]));
+        QMainWindow window;
+        QVERIFY(!KCommandFactory::createCommand(kTable[0], &window, nullptr));
+        QCOMPARE(before, kTable);
+    }
+};
+
+QTEST_MAIN(TestCommandFactory)
+#include "tst_commandfactory.moc"
