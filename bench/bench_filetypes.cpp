@@ -63,6 +63,37 @@ void setLookup(benchmark::State& state, const char* suffix)
         benchmark::DoNotOptimize(set.contains(s));
 }
 
+// A folder listing: known and unknown suffixes, some in capitals, one per row.
+const QStringList& listingSuffixes()
+{
+    static const QStringList suffixes =
+        QStringLiteral("docx;xlsx;pdf;jpg;png;txt;pptx;zip;csv;mp4;DOCX;md;html;exe;log;epub")
+            .split(QLatin1Char(';'));
+    return suffixes;
+}
+
+void appTypeListing(benchmark::State& state)
+{
+    setUpHost();
+    const QStringList& suffixes = listingSuffixes();
+    int row = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(QComm::getAppTypeBySuffix(suffixes.at(row)));
+        row = (row + 1) % suffixes.size();
+    }
+}
+
+void setLookupListing(benchmark::State& state)
+{
+    const QSet<QString>& set = suffixSet();
+    const QStringList& suffixes = listingSuffixes();
+    int row = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(set.contains(suffixes.at(row)));
+        row = (row + 1) % suffixes.size();
+    }
+}
+
 // Read from the store on every call.
 void pdfList(benchmark::State& state)
 {
@@ -106,8 +137,9 @@ void commandTextOnly(benchmark::State& state)
     {"appType/tabix_list", "setLookup/tabix_list"},
     {"appType/slidex_list", "setLookup/slidex_list"},
     {"appType/pdf_list", "setLookup/pdf_list"},
-    {"appType/upper_case", "setLookup/upper_case"},
+    {"appType/upper_case", "setLookup/pdf_list"},
     {"appType/unknown", "setLookup/unknown"},
+    {"appTypeListing", "setLookupListing"},
     {"vexSupport/pdf_list", "setLookup/pdf_list"},
     {"vexSupport/unknown", "setLookup/unknown"},
     {"pdfList", "splitOnly"},
@@ -117,8 +149,8 @@ void commandTextOnly(benchmark::State& state)
 } // namespace
 
 // A suffix from each list, the first that holds it deciding; one in capitals
-// (a set of the stored texts does not hold it); and an unknown one, which no
-// list holds.
+// (quoted against the set's look-up of the same suffix in lower case, which
+// the set holds); and an unknown one, which no list holds.
 BENCHMARK_CAPTURE(appType, zento_list, "zento");
 BENCHMARK_CAPTURE(appType, tabix_list, "csv");
 BENCHMARK_CAPTURE(appType, slidex_list, "pptx");
@@ -131,8 +163,9 @@ BENCHMARK_CAPTURE(setLookup, zento_list, "zento");
 BENCHMARK_CAPTURE(setLookup, tabix_list, "csv");
 BENCHMARK_CAPTURE(setLookup, slidex_list, "pptx");
 BENCHMARK_CAPTURE(setLookup, pdf_list, "mobi");
-BENCHMARK_CAPTURE(setLookup, upper_case, "MOBI");
 BENCHMARK_CAPTURE(setLookup, unknown, "xyz");
+BENCHMARK(appTypeListing);
+BENCHMARK(setLookupListing);
 BENCHMARK(pdfList);
 BENCHMARK(splitOnly);
 BENCHMARK(vexCommand);
