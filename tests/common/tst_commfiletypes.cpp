@@ -11,6 +11,8 @@
 
 #include <QtTest>
 
+using namespace AuthTest;
+
 class TestCommFileTypes : public QObject
 {
     Q_OBJECT
