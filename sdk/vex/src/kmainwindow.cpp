@@ -118,7 +118,7 @@ bool KMainWindow::event(QEvent* event)
 
 void KMainWindow::rebuildTitleArea()
 {
-    for (const auto& pocket : qAsConst(m_pockets)) {
+    for (const auto& pocket : m_pockets) {
         if (pocket.second) {
             m_titleLayout->removeWidget(pocket.second);
             pocket.second->hide();
@@ -138,6 +138,6 @@ void KMainWindow::rebuildTitleArea()
         // The widget is the connection's context: it ends with the widget.
         connect(command, &KCommand::changed, widget,
                 [widget, command] { widget->setVisible(command->isVisible()); });
-        m_pockets.append({command, widget});
+        m_pockets.emplace_back(command, widget);
     }
 }

@@ -5,8 +5,10 @@
 
 #include <QList>
 #include <QMainWindow>
-#include <QPair>
 #include <QPointer>
+
+#include <utility>
+#include <vector>
 
 class KCommand;
 class KListCommand;
@@ -70,7 +72,7 @@ private:
     QWidget* m_titleArea;
     QHBoxLayout* m_titleLayout;
     QLabel* m_titleLabel;
-    QList<QPair<QPointer<KCommand>, QPointer<QWidget>>> m_pockets;
+    std::vector<std::pair<QPointer<KCommand>, QPointer<QWidget>>> m_pockets;
 };
 
 #endif // VEX_KMAINWINDOW_H
