@@ -1,6 +1,7 @@
 #include "vex/kxapplication.h"
 
 #include "vex/klongtimeblockdetector.h"
+#include "vex/kresourcescheme.h"
 
 KxApplication::KxApplication(int& argc, char** argv)
     : QApplication(argc, argv)
@@ -8,6 +9,7 @@ KxApplication::KxApplication(int& argc, char** argv)
 {
     m_detector->setThreshold(kDefaultBlockThreshold);
     m_detector->start();
+    KResourceScheme::install();
 }
 
 // The watchdog must be gone before the application it pings.

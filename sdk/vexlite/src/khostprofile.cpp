@@ -10,6 +10,8 @@
 #include <QMutexLocker>
 #include <QSaveFile>
 
+#include <cmath>
+
 namespace {
 
 const char kProfileFile[] = "host.json";
@@ -50,6 +52,13 @@ QVariant fromJson(const QJsonValue& value)
     return value.toVariant();
 }
 
+// A display scale outside what a screen can sensibly run at (or not a number)
+// means that none was set: the screen decides.
+qreal sanitizedDisplayScale(double scale)
+{
+    return std::isfinite(scale) && scale > 0 && scale <= 8 ? scale : 0;
+}
+
 } // namespace
 
 KHostProfile& KHostProfile::instance()
@@ -81,6 +90,7 @@ void KHostProfile::clearLocked(const QString& dir)
         layer.clear();
     m_info = QJsonObject();
     m_language = QStringLiteral("en_US");
+    m_displayScale = 0;
 }
 
 bool KHostProfile::load(const QString& dir, QString* error)
@@ -135,6 +145,8 @@ bool KHostProfile::readLocked(QString* error)
         root.value(QLatin1String("i18n")).toObject().value(QLatin1String("language")).toString();
     if (!language.isEmpty())
         m_language = language;
+    m_displayScale = sanitizedDisplayScale(
+        root.value(QLatin1String("display")).toObject().value(QLatin1String("scale")).toDouble());
     return true;
 }
 
@@ -170,6 +182,9 @@ bool KHostProfile::save(const QString& dir, QString* error)
     root.insert(QLatin1String("configs"), configs);
     root.insert(QLatin1String("info"), m_info);
     root.insert(QLatin1String("i18n"), QJsonObject{{QLatin1String("language"), m_language}});
+    if (m_displayScale > 0)
+        root.insert(QLatin1String("display"),
+                    QJsonObject{{QLatin1String("scale"), m_displayScale}});
 
     if (!QDir().mkpath(dir)) {
         if (error)
@@ -361,6 +376,20 @@ QString KHostProfile::translate(const char* context, const char* sourceText, con
         text = QString::fromUtf8(sourceText);
     m_trCache.insert(cacheKey, text);
     return text;
+}
+
+qreal KHostProfile::displayScale()
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_displayScale;
+}
+
+void KHostProfile::setDisplayScale(qreal scale)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    m_displayScale = sanitizedDisplayScale(scale);
 }
 
 void KHostProfile::recordExecutedCommand(const QString& name)
