@@ -2,6 +2,7 @@
 
 #include "vex/klongtimeblockdetector.h"
 #include "vex/kmainwindow.h"
+#include "vex/kresourcescheme.h"
 
 KxApplication::KxApplication(int& argc, char** argv)
     : QApplication(argc, argv)
@@ -9,6 +10,7 @@ KxApplication::KxApplication(int& argc, char** argv)
 {
     m_detector->setThreshold(kDefaultBlockThreshold);
     m_detector->start();
+    KResourceScheme::install();
 }
 
 // The watchdog must be gone before the application it pings.

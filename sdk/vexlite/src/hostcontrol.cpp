@@ -118,6 +118,16 @@ void setUwpCommonValue(const QString& key, const QVariant& value)
         KHostProfile::instance().setInfoString(name, value.toString());
 }
 
+void setDisplayScale(qreal scale)
+{
+    KHostProfile::instance().setDisplayScale(scale);
+}
+
+qreal displayScale()
+{
+    return KHostProfile::instance().displayScale();
+}
+
 QStringList executedCommands()
 {
     return KHostProfile::instance().executedCommands();

@@ -12,6 +12,8 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <cmath>
+
 namespace {
 
 const char kProfileFile[] = "host.json";
@@ -71,6 +73,13 @@ QString ownCopy(const QString& text)
     return QString(text.constData(), text.size());
 }
 
+// A display scale outside what a screen can sensibly run at (or not a number)
+// means that none was set: the screen decides.
+qreal sanitizedDisplayScale(double scale)
+{
+    return std::isfinite(scale) && scale > 0 && scale <= 8 ? scale : 0;
+}
+
 } // namespace
 
 KHostProfile& KHostProfile::instance()
@@ -108,6 +117,7 @@ void KHostProfile::clearLocked(const QString& dir)
     m_logoutDuetoOffLine = false;
     m_accountEntryCalls.clear();
     m_userInformationFault = krt::hostcontrol::NoUserInformationFault;
+    m_displayScale = 0;
 }
 
 bool KHostProfile::load(const QString& dir, QString* error)
@@ -172,6 +182,8 @@ bool KHostProfile::readLocked(QString* error)
     m_accountUserName =
         m_accountLogined ? account.value(QLatin1String("userName")).toString() : QString();
     m_logoutDuetoOffLine = account.value(QLatin1String("logoutDuetoOffLine")).toBool(false);
+    m_displayScale = sanitizedDisplayScale(
+        root.value(QLatin1String("display")).toObject().value(QLatin1String("scale")).toDouble());
     return true;
 }
 
@@ -212,6 +224,9 @@ bool KHostProfile::save(const QString& dir, QString* error)
                               {QLatin1String("logoutDuetoOffLine"), m_logoutDuetoOffLine}};
     root.insert(QLatin1String("shell"), QJsonObject{{QLatin1String("activeApp"), m_activeApp},
                                                     {QLatin1String("account"), account}});
+    if (m_displayScale > 0)
+        root.insert(QLatin1String("display"),
+                    QJsonObject{{QLatin1String("scale"), m_displayScale}});
 
     if (!QDir().mkpath(dir)) {
         if (error)
@@ -403,6 +418,20 @@ QString KHostProfile::translate(const char* context, const char* sourceText, con
         text = QString::fromUtf8(sourceText);
     m_trCache.insert(cacheKey, text);
     return text;
+}
+
+qreal KHostProfile::displayScale()
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_displayScale;
+}
+
+void KHostProfile::setDisplayScale(qreal scale)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    m_displayScale = sanitizedDisplayScale(scale);
 }
 
 void KHostProfile::recordExecutedCommand(const QString& name)

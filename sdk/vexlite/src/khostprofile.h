@@ -58,6 +58,11 @@ public:
     void setLanguage(const QString& language);
     QString translate(const char* context, const char* sourceText, const char* id, int n);
 
+    // The display scale the host runs at instead of the screen's, 0 when the
+    // screen decides (profile: "display": { "scale": 1.5 }).
+    qreal displayScale();
+    void setDisplayScale(qreal scale);
+
     void recordExecutedCommand(const QString& name);
     QStringList executedCommands();
     void clearExecutedCommands();
@@ -101,6 +106,7 @@ private:
     QString m_language;
     QTranslator m_translator;
     QHash<QByteArray, QString> m_trCache;
+    qreal m_displayScale = 0;
     QStringList m_executedCommands;
     QString m_activeApp;
     bool m_accountLogined = false;

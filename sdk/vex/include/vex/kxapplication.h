@@ -11,7 +11,8 @@ class KShellApplication;
 
 // The suite's application object. It watches its own event loop for long
 // blocks from construction on (KLongTimeBlockDetector, default threshold
-// kDefaultBlockThreshold ms).
+// kDefaultBlockThreshold ms), and makes the "res:" scheme resolve
+// (KResourceScheme).
 class VEX_EXPORT KxApplication : public QApplication
 {
     Q_OBJECT

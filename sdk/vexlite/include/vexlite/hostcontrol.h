@@ -23,7 +23,8 @@ class IKAuthorizationHandler;
 //     "i18n":    { "language": "en_US" },
 //     "shell":   { "activeApp": "zento",
 //                  "account": { "logined": true, "userName": "..",
-//                               "logoutDuetoOffLine": false } } }
+//                               "logoutDuetoOffLine": false } },
+//     "display": { "scale": 1.5 } }
 // The directory is named by the environment variable ZENTO_HOST_PROFILE,
 // else it is "profile" beside the application. It is read on first use.
 namespace krt {
@@ -68,6 +69,13 @@ VEXLITE_EXPORT void setDistributionChannel(const QString& channel);
 VEXLITE_EXPORT void setUserAgent(const QString& userAgent);
 // A value of krt::KUWPCommonSettings; a null value removes it.
 VEXLITE_EXPORT void setUwpCommonValue(const QString& key, const QVariant& value);
+
+// The display scale the host's style (KZentoStyle) works with, for example
+// 1.5 for 150 %, instead of the one the screen suggests. 0, a negative value,
+// one above 8 or NaN switches the override off. displayScale() is 0 when the
+// screen decides.
+VEXLITE_EXPORT void setDisplayScale(qreal scale);
+VEXLITE_EXPORT qreal displayScale();
 
 // Named commands the host went on to run after the handler let them pass.
 VEXLITE_EXPORT QStringList executedCommands();

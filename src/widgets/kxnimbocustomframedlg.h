@@ -1,0 +1,37 @@
+#ifndef KXNIMBOCUSTOMFRAMEDLG_H
+#define KXNIMBOCUSTOMFRAMEDLG_H
+
+#include <vex/kxstyledialog.h>
+
+class KxNimboCustomFrameDlgTitle;
+
+// A frameless dialog that draws its own frame: a white body, a one-pixel
+// border in #B2B4BC on the outermost pixels, and a title bar across the top
+// (KxNimboCustomFrameDlgTitle) with an icon, the window title and a close
+// button. The title bar is 40 pixels high at 100 %; the contents margins
+// (1, title height, 1, 1) make a layout set on the dialog fill exactly the
+// area inside the border and below the title. The border stays one pixel at
+// every display scale, so the side and bottom margins do too. The dialog
+// cannot be moved by dragging its title.
+class KxNimboCustomFrameDlg : public KxStyleDialog
+{
+    Q_OBJECT
+
+public:
+    explicit KxNimboCustomFrameDlg(QWidget* parent = nullptr,
+                                   Qt::WindowFlags flags = Qt::WindowFlags());
+
+    // Both only store: the title bar shows them at its next repaint.
+    void setTitleIcon(const QPixmap& icon);
+    void setTitleColor(const QColor& color);
+    QColor titleColor() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    KxNimboCustomFrameDlgTitle* m_title;
+};
+
+#endif // KXNIMBOCUSTOMFRAMEDLG_H

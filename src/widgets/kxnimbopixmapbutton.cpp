@@ -1,0 +1,48 @@
+#include "kxnimbopixmapbutton.h"
+
+#include <vex/rectutils.h>
+
+#include <QPainter>
+#include <QStyleOptionButton>
+
+KxNimboPixmapButton::KxNimboPixmapButton(QWidget* parent)
+    : QPushButton(parent)
+{
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+}
+
+KxNimboPixmapButton::KxNimboPixmapButton(const QString& dir, const QString& name, QWidget* parent)
+    : QPushButton(parent)
+{
+    load(dir, name);
+}
+
+void KxNimboPixmapButton::load(const QString& dir, const QString& name)
+{
+    const QString stem = dir + QLatin1Char('/') + name;
+    m_normal = QPixmap(stem + QLatin1String("_normal.png"));
+    m_hover = QPixmap(stem + QLatin1String("_hover.png"));
+    m_sunken = QPixmap(stem + QLatin1String("_sunken.png"));
+}
+
+QSize KxNimboPixmapButton::sizeHint() const
+{
+    return m_normal.size();
+}
+
+void KxNimboPixmapButton::paintEvent(QPaintEvent* /*event*/)
+{
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QRect target = calcCenterRect(rect(), m_normal.size());
+
+    // Pressed is tested first and shows the normal image.
+    const QPixmap* image = &m_normal;
+    if (option.state & QStyle::State_Sunken)
+        image = &m_normal;
+    else if (option.state & QStyle::State_MouseOver)
+        image = &m_hover;
+
+    QPainter painter(this);
+    painter.drawPixmap(target, *image, QRect());
+}

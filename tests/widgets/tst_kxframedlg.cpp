@@ -1,0 +1,252 @@
+// The frameless frame dialog: geometry at 100 % to 200 %, its pixels at
+// device pixel ratio 1, and both ways of closing it through real mouse
+// events on its window.
+
+#include "ktestenvironment.h"
+#include "kwidgetpixels.h"
+
+#include <kxnimbocustomframedlg.h>
+#include <kxnimbocustomframedlgtitle.h>
+#include <kxnimbopixmapbutton.h>
+
+#include <vex/kresourcescheme.h>
+#include <vexlite/hostcontrol.h>
+
+#include <QAccessible>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <QtTest>
+
+using namespace AuthTest;
+
+using namespace KWidgetPixels;
+
+namespace {
+
+const QColor kTitleColor("#6C7079");
+const QColor kBorderColor("#B2B4BC");
+
+// Where `text` leaves ink when drawn from x = 0, vertically centred in a bar
+// of `height`, at the given pixel size: the glyphs' own bearing, to measure
+// the dialog's indent against.
+QRect referenceInk(const QString& text, QFont font, int pixelSize, int height)
+{
+    QImage image(600, height, QImage::Format_ARGB32);
+    image.fill(kTitleColor);
+    QPainter painter(&image);
+    font.setPixelSize(pixelSize);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(QRect(0, 0, 600, height), Qt::AlignVCenter | Qt::TextSingleLine, text);
+    painter.end();
+    return inkBounds(image, kTitleColor);
+}
+
+class CloseCounter : public QObject
+{
+public:
+    int closes = 0;
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        closes += event->type() == QEvent::Close;
+        return false;
+    }
+};
+
+} // namespace
+
+class TestKxFrameDlg : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+
+private slots:
+    void init()
+    {
+        m_env.resetHost();
+        KResourceScheme::install();
+    }
+
+    // Sizes of the title go through the display scale; the border and the
+    // margins beside and below it stay one pixel.
+    void geometry_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<int>("icon"); // side of a title icon, 0 for none
+        QTest::addColumn<int>("titleHeight");
+        QTest::addColumn<int>("indent");
+        QTest::addColumn<int>("fontPixels");
+
+        QTest::newRow("100 %") << 1.0 << 0 << 40 << 10 << 15;
+        QTest::newRow("100 % with icon") << 1.0 << 24 << 40 << 10 << 15;
+        QTest::newRow("125 %") << 1.25 << 0 << 50 << 13 << 18;
+        QTest::newRow("150 %") << 1.5 << 0 << 60 << 15 << 22;
+        QTest::newRow("200 %") << 2.0 << 0 << 80 << 20 << 30;
+        QTest::newRow("200 % with icon") << 2.0 << 24 << 80 << 20 << 30;
+    }
+
+    void geometry()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(int, icon);
+        QFETCH(int, titleHeight);
+        QFETCH(int, indent);
+        QFETCH(int, fontPixels);
+
+        krt::hostcontrol::setDisplayScale(scale);
+        KxNimboCustomFrameDlg dialog;
+        dialog.setWindowTitle("Hello Zento");
+        dialog.setTitleColor(kTitleColor);
+        if (icon) {
+            QPixmap pixmap(icon, icon);
+            pixmap.fill(Qt::red);
+            dialog.setTitleIcon(pixmap);
+        }
+        QVBoxLayout* layout = new QVBoxLayout(&dialog);
+        layout->setContentsMargins(0, 0, 0, 0);
+        QWidget* content = new QWidget;
+        layout->addWidget(content);
+        dialog.resize(600, 300);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+
+        auto* title = dialog.findChild<KxNimboCustomFrameDlgTitle*>();
+        QVERIFY(title);
+        QCOMPARE(title->geometry(), QRect(0, 0, 600, titleHeight));
+        const int closeLeft = 600 - titleHeight - 1;
+        QCOMPARE(title->findChild<KxNimboPixmapButton*>()->geometry(),
+                 QRect(closeLeft, 0, titleHeight + 1, titleHeight));
+        QCOMPARE(dialog.contentsMargins(), QMargins(1, titleHeight, 1, 1));
+        QCOMPARE(content->geometry(), QRect(1, titleHeight, 598, 300 - titleHeight - 1));
+
+        // The text by its pixels: its first column is the indent after the
+        // icon (plus the glyph's own bearing), at the title's font size.
+        const QImage image = paint(&dialog, Qt::magenta);
+        const QRect ink =
+            inkBounds(image, kTitleColor, QRect(icon, 0, closeLeft - icon, titleHeight));
+        const QRect expected =
+            referenceInk(dialog.windowTitle(), title->font(), fontPixels, titleHeight);
+        QCOMPARE(ink.left(), icon + indent + expected.left());
+        QCOMPARE(ink.size(), expected.size());
+        QCOMPARE(ink.top(), expected.top());
+        if (icon) {
+            QCOMPARE(QColor(image.pixel(0, 0)), QColor(Qt::red));
+            QCOMPARE(QColor(image.pixel(icon - 1, icon - 1)), QColor(Qt::red));
+            QCOMPARE(QColor(image.pixel(icon, 0)), kTitleColor);
+        }
+    }
+
+    void frame_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<QColor>("titleColor"); // invalid: never set
+
+        QTest::newRow("100 %, colour never set") << 1.0 << QColor();
+        QTest::newRow("100 %") << 1.0 << kTitleColor;
+        QTest::newRow("200 %") << 2.0 << kTitleColor;
+    }
+
+    void frame()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(QColor, titleColor);
+
+        krt::hostcontrol::setDisplayScale(scale);
+        KxNimboCustomFrameDlg dialog;
+        if (titleColor.isValid())
+            dialog.setTitleColor(titleColor);
+        QCOMPARE(dialog.titleColor(), titleColor);
+        dialog.resize(600, 300);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        const QImage image = paint(&dialog, Qt::magenta);
+        const int title = KxNimboCustomFrameDlgTitle::titleHeight();
+
+        // The whole bar left of the close square in the title colour, black
+        // when none was set.
+        const QColor fill = titleColor.isValid() ? titleColor : QColor(Qt::black);
+        QVERIFY(inkBounds(image, fill, QRect(0, 0, 600 - title - 1, title)).isNull());
+        // One-pixel border on the outermost pixels below the title, white inside.
+        const QRect body(1, title, 598, 300 - title - 1);
+        QVERIFY(inkBounds(image, Qt::white, body).isNull());
+        QVERIFY(inkBounds(image, kBorderColor, QRect(0, title, 1, 300 - title)).isNull());
+        QVERIFY(inkBounds(image, kBorderColor, QRect(599, title, 1, 300 - title)).isNull());
+        QVERIFY(inkBounds(image, kBorderColor, QRect(0, 299, 600, 1)).isNull());
+    }
+
+    // Presses and releases through the dialog's window at 100 %: a click on
+    // the close button, or a release inside the close square (x 559 to 599,
+    // y 0 to 39) after a press elsewhere on the title, closes it once.
+    void closing_data()
+    {
+        QTest::addColumn<QPoint>("press");
+        QTest::addColumn<QPoint>("release");
+        QTest::addColumn<int>("closes");
+
+        QTest::newRow("click on the button") << QPoint(580, 20) << QPoint(580, 20) << 1;
+        QTest::newRow("title, then into the square") << QPoint(100, 20) << QPoint(580, 20) << 1;
+        QTest::newRow("release on the left edge") << QPoint(100, 20) << QPoint(559, 0) << 1;
+        QTest::newRow("release on the far corner") << QPoint(100, 20) << QPoint(599, 39) << 1;
+        QTest::newRow("release beside the square") << QPoint(100, 20) << QPoint(558, 20) << 0;
+        QTest::newRow("release on the title") << QPoint(100, 20) << QPoint(300, 20) << 0;
+        QTest::newRow("button pressed, released away") << QPoint(580, 20) << QPoint(300, 20) << 0;
+        QTest::newRow("press on the body") << QPoint(100, 100) << QPoint(580, 20) << 0;
+    }
+
+    void closing()
+    {
+        QFETCH(QPoint, press);
+        QFETCH(QPoint, release);
+        QFETCH(int, closes);
+
+        KxNimboCustomFrameDlg dialog;
+        dialog.resize(600, 300);
+        CloseCounter counter;
+        dialog.installEventFilter(&counter);
+        QSignalSpy rejected(&dialog, &QDialog::rejected);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+
+        QWindow* window = dialog.windowHandle();
+        QTest::mouseMove(window, press);
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, press);
+        QTest::mouseMove(window, release);
+        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, release);
+        QCOMPARE(counter.closes, closes);
+        QCOMPARE(rejected.count(), closes);
+        QCOMPARE(dialog.isVisible(), closes == 0);
+    }
+
+    // A long title is cut at the close square: the text area loses the bar's
+    // height on the right, so it keeps the square's first column (x 559).
+    // The square has no image here: this suite has no compiled-in resources.
+    void longTitle()
+    {
+        KxNimboCustomFrameDlg dialog;
+        dialog.setWindowTitle(QString(100, 'W'));
+        dialog.setTitleColor(kTitleColor);
+        dialog.resize(600, 300);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        const QImage image = paint(&dialog, Qt::magenta);
+        // A gap between two glyphs may fall just before the cut.
+        const int right = inkBounds(image, kTitleColor, QRect(0, 0, 600, 40)).right();
+        QVERIFY2(right <= 559 && right >= 550, qPrintable(QString::number(right)));
+    }
+
+    void closeButtonForAssistiveTools()
+    {
+        KxNimboCustomFrameDlg dialog;
+        auto* close = dialog.findChild<KxNimboPixmapButton*>();
+        QCOMPARE(close->focusPolicy(), Qt::NoFocus);
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(close);
+        QVERIFY(accessible);
+        QCOMPARE(accessible->text(QAccessible::Name), QString("Close"));
+        QCOMPARE(accessible->role(), QAccessible::Button);
+    }
+};
+
+QTEST_MAIN(TestKxFrameDlg)
+
+#include "tst_kxframedlg.moc"

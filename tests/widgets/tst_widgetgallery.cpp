@@ -1,0 +1,68 @@
+// The gallery's screenshot mode: it writes every picture at 100 % and at
+// 200 % (the same layout at twice the pixels) and exits, without a display.
+
+#include "ktestappdir.h"
+#include "ktestenvironment.h"
+
+#include <QImage>
+#include <QtTest>
+
+using namespace AuthTest;
+
+class TestWidgetGallery : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+
+    KTestAppDir::Result runGallery(const QStringList& args)
+    {
+        QProcessEnvironment env;
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        return KTestAppDir(m_env.rootPath())
+            .run(QCoreApplication::applicationDirPath() + "/widgetgallery", args, env);
+    }
+
+private slots:
+    void screenshots()
+    {
+        const QString dir = m_env.rootPath() + "/shots";
+        const KTestAppDir::Result result = runGallery({"--screenshots", dir});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+
+        for (const char* name : {"gallery", "framedlg"}) {
+            const QImage normal(QString("%1/%2-100.png").arg(dir, name));
+            const QImage doubled(QString("%1/%2-200.png").arg(dir, name));
+            QVERIFY2(!normal.isNull() && !doubled.isNull(), name);
+            QCOMPARE(doubled.size(), normal.size() * 2);
+        }
+        const QImage dialog(dir + "/framedlg-100.png");
+        QCOMPARE(dialog.size(), QSize(600, 300));
+        QCOMPARE(dialog.pixelColor(0, 150), QColor("#B2B4BC"));
+        QCOMPARE(dialog.pixelColor(300, 20), QColor("#6C7079"));
+    }
+
+    void badArguments_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("message");
+
+        QTest::newRow("scale not a number") << QStringList{"--scale", "big"} << "--scale";
+        QTest::newRow("folder not writable")
+            << QStringList{"--screenshots", "/proc/no-such-dir"} << "cannot create";
+    }
+
+    void badArguments()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, message);
+
+        const KTestAppDir::Result result = runGallery(args);
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(message), qPrintable(result.err));
+    }
+};
+
+QTEST_MAIN(TestWidgetGallery)
+
+#include "tst_widgetgallery.moc"
