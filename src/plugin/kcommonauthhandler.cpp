@@ -1,14 +1,11 @@
 #include "kcommonauthhandler.h"
+#include "pluginlogging.h"
 
 #include <vex/ikuserinformation.h>
-
-#include <QLoggingCategory>
 
 #include <exception>
 
 namespace {
-
-Q_LOGGING_CATEGORY(lcPrehook, "auth.plugin")
 
 // One reference of the suite's user information, released however the
 // scope is left.
@@ -58,9 +55,9 @@ bool KCommonAuthHandler::prehook(const QString& name, void* data)
         try {
             processUserName();
         } catch (const std::exception& e) {
-            qCWarning(lcPrehook, "the suite user name was not set: %s", e.what());
+            qCWarning(lcAuthPlugin, "the suite user name was not set: %s", e.what());
         } catch (...) {
-            qCWarning(lcPrehook, "the suite user name was not set");
+            qCWarning(lcAuthPlugin, "the suite user name was not set");
         }
     }
     // The base form is called directly: a handler further down must not be

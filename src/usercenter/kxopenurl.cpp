@@ -2,21 +2,19 @@
 
 #include "kdeskhivelib.h"
 #include "knimboclientinstance.h"
+#include "usercenterlogging.h"
 
 #include <deskhive/nimboclient.h>
 #include <vexlite/krtproduct.h>
 
 #include <QDesktopServices>
-#include <QLoggingCategory>
 #include <QUrl>
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcOpenUrl, "auth.usercenter")
-
 void open(const QString& address)
 {
-    qCDebug(lcOpenUrl, "opening %s", qPrintable(address));
+    qCDebug(lcAuthUserCenter, "opening %s", qPrintable(address));
     // The desktop's answer is of no use here: there is nobody to tell.
     QDesktopServices::openUrl(QUrl(address, QUrl::TolerantMode));
 }
