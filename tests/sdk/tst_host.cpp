@@ -33,17 +33,17 @@ private slots:
     {
         QTest::addColumn<QByteArray>("number");
         QTest::addColumn<QString>("expected"); // type and text
-        QTest::newRow("int") << QByteArray("-8") << "int -8";
-        QTest::newRow("whole, written as a real") << QByteArray("1.5e3") << "int 1500";
-        QTest::newRow("beyond a real's precision")
-            << QByteArray("9007199254740993") << "qlonglong 9007199254740993";
-        QTest::newRow("smallest 64-bit")
-            << QByteArray("-9223372036854775808") << "qlonglong -9223372036854775808";
-        QTest::newRow("one past the largest")
-            << QByteArray("9223372036854775808") << "double 9223372036854776000";
-        QTest::newRow("-1e19") << QByteArray("-1e19") << "double -1e+19";
-        QTest::newRow("1e300") << QByteArray("1e300") << "double 1e+300";
-        QTest::newRow("fraction") << QByteArray("2.5") << "double 2.5";
+        const auto row = [](const char* number, const char* expected) {
+            QTest::newRow(number) << QByteArray(number) << QString(expected);
+        };
+        row("-8", "int -8");
+        row("1.5e3", "int 1500");                                      // whole, written as a real
+        row("9007199254740993", "qlonglong 9007199254740993");         // beyond a real's precision
+        row("-9223372036854775808", "qlonglong -9223372036854775808"); // smallest 64-bit
+        row("9223372036854775808", "double 9223372036854776000");      // one past the largest
+        row("-1e19", "double -1e+19");
+        row("1e300", "double 1e+300");
+        row("2.5", "double 2.5");
     }
 
     void profileNumbers()

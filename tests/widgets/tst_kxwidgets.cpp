@@ -248,7 +248,6 @@ private slots:
         QTest::newRow("right twice") << int(Qt::RightButton) << 0 << 0 << 0 << 0;
         QTest::newRow("middle twice") << int(Qt::MiddleButton) << 0 << 0 << 0 << 0;
         keys("no focus policy", Qt::NoFocus, Qt::Key_Space, Qt::NoModifier, 0);
-        keys("Tab, Space", Qt::TabFocus, Qt::Key_Space, Qt::NoModifier, 1);
         keys("Tab, keypad Enter", Qt::StrongFocus, Qt::Key_Enter, Qt::KeypadModifier, 1);
         keys("Ctrl+Space", Qt::StrongFocus, Qt::Key_Space, Qt::ControlModifier, 0);
         keys("a letter", Qt::StrongFocus, Qt::Key_A, Qt::NoModifier, 0);
