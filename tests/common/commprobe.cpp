@@ -9,7 +9,6 @@
 #include "qcommcloudnodes.h"
 #include "qcommfiletypes.h"
 #include "qcommidentity.h"
-#include "qcommmanualroaming.h"
 #include "qcommopenfile.h"
 #include "qcommprocess.h"
 #include "qcommstores.h"
@@ -98,8 +97,6 @@ std::optional<QString> runOperation(const QStringList& args, int& at)
         return cloudFileNodeName(NodeRoamingName);
     else if (op == "syncSwitches")
         return text(isDesktopSyncEnable()) + ' ' + text(isV5MetadataEnable());
-    else if (op == "getManualRoamingFiles" && take(1))
-        return getManualRoamingFiles(arg(1)).join('|');
     else
         return std::nullopt;
     return QString();

@@ -62,33 +62,21 @@ QStringList texts(const KTestAppDir::Result& result)
 
 } // namespace
 
-QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
-                     const QString& folder, QString* err)
+QList<QStringList> runProbesAtOnce(const KTestAppDir& appDir, const QStringList& operations,
+                                   int count, QStringList* errs, const QString& folder)
 {
     const QString program = installProbe(appDir, folder);
-    if (program.isEmpty())
-        return {"<probe not installed>"};
-    const KTestAppDir::Result result = appDir.run(program, operations, probeEnvironment());
-    if (err)
-        *err = result.err;
-    return texts(result);
-}
-
-QList<QStringList> runProbesAtOnce(const KTestAppDir& appDir, const QStringList& operations,
-                                   int count, QStringList* errs)
-{
-    const QString program = installProbe(appDir, QString());
-    std::vector<std::unique_ptr<QProcess>> processes;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(probeEnvironment());
-    for (int i = 0; i < count && !program.isEmpty(); ++i) {
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (int i = 0; i < count; ++i) {
         processes.push_back(std::make_unique<QProcess>());
         processes.back()->setProcessEnvironment(env);
         processes.back()->start(appDir.filePath(program), operations);
     }
     QList<QStringList> results;
     for (const auto& process : processes) {
-        const bool finished = process->waitForFinished(30000);
+        const bool finished = !program.isEmpty() && process->waitForFinished(30000);
         const KTestAppDir::Result result{
             finished && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1,
             QString::fromUtf8(process->readAllStandardOutput()),
@@ -98,6 +86,16 @@ QList<QStringList> runProbesAtOnce(const KTestAppDir& appDir, const QStringList&
             errs->append(result.err);
     }
     return results;
+}
+
+QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
+                     const QString& folder, QString* err)
+{
+    QStringList errs;
+    const QStringList texts = runProbesAtOnce(appDir, operations, 1, &errs, folder).value(0);
+    if (err)
+        *err = errs.value(0);
+    return texts;
 }
 
 } // namespace AuthTest

@@ -28,7 +28,8 @@ QStringList runProbe(const KTestAppDir& appDir, const QStringList& operations,
 // Starts count probes at once, all with the same operations; their texts in
 // the order they were started, and their error outputs in errs.
 QList<QStringList> runProbesAtOnce(const KTestAppDir& appDir, const QStringList& operations,
-                                   int count, QStringList* errs = nullptr);
+                                   int count, QStringList* errs = nullptr,
+                                   const QString& folder = QString());
 
 } // namespace AuthTest
 

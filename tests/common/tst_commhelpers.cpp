@@ -20,7 +20,6 @@
 #include <json/json.h>
 #include <vexlite/hostcontrol.h>
 
-#include <QRandomGenerator>
 #include <QtTest>
 
 #include <functional>
@@ -78,31 +77,6 @@ QStringList readByOthers(const QString& dir)
     return sorted(names);
 }
 
-// A path made of generated pieces: characters whose UTF-8 ends in a byte
-// with its six low bits set (a Base64 key that may end in "/"), any code
-// point, and any byte pattern as UTF-8 reads it.
-QString generatedPath(quint32 seed)
-{
-    QRandomGenerator random(seed);
-    const char32_t endInSixOnes[] = {U'?', U'\x7f', U'\u00bf', U'\u0fff', U'\uffff', U'\U0010ffff'};
-    QString path("/");
-    for (int piece = random.bounded(1, 10); piece > 0; --piece) {
-        const int kind = random.bounded(3);
-        if (kind == 0) {
-            path += QString::fromUcs4(&endInSixOnes[random.bounded(6)], 1);
-        } else if (kind == 1) {
-            char32_t point = random.bounded(1u, 0x110000u);
-            path += QString::fromUcs4(&point, 1).remove(QChar(0xfffd)); // surrogates: none
-        } else {
-            QByteArray bytes(random.bounded(1, 5), Qt::Uninitialized);
-            for (char& byte : bytes)
-                byte = static_cast<char>(random.bounded(1, 256));
-            path += QString::fromUtf8(bytes);
-        }
-    }
-    return path;
-}
-
 Json::Value parse(const char* text)
 {
     Json::Value value;
@@ -133,66 +107,51 @@ private slots:
 
     // --- strings --------------------------------------------------------
 
-    void pathStrings_data()
+    // getFileName, pathRemoveFileSpec (cut), Replace and trimSpace (in place
+    // and returned); only U+0020 is trimmed, and inserted text is not
+    // searched again.
+    void strings_data()
     {
-        // cut: pathRemoveFileSpec.
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("cut");
-        QTest::addColumn<QString>("name");
-        const auto row = [](const char* tag, const char* path, const char* cut, const char* name) {
-            QTest::newRow(tag) << path << cut << name;
-        };
-        row("file in folder", "/a/b/c.txt", "/a/b", "c.txt");
-        row("trailing separator", "/a/b/", "/a/b", "");
-        row("bare name", "file.txt", "", "file.txt");
-        row("top-level entry", "/a", "", "a");
-        row("backslash is no separator", "C:\\x.txt", "", "C:\\x.txt");
-        row("outside the BMP", "/目录/文\U0001F600", "/目录", "文\U0001F600");
-    }
-
-    void pathStrings()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, cut);
-        QFETCH(QString, name);
-
-        QCOMPARE(q(getFileName(path.utf16())), name);
-        Comm::WideString wide = path.toStdU16String();
-        pathRemoveFileSpec(wide);
-        QCOMPARE(q(wide), cut);
-    }
-
-    void textStrings_data()
-    {
-        // trimmed: only U+0020 counts
         QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("cut");
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
         QTest::addColumn<QString>("replaced");
         QTest::addColumn<QString>("trimmed");
-        const auto row = [](const char* tag, const char* text, const char* from, const char* to,
-                            const char* replaced, const char* trimmed) {
-            QTest::newRow(tag) << text << from << to << replaced << trimmed;
+        const auto row = [](const char* tag, const char* text, const char* name, const char* cut,
+                            const char* from, const char* to, const char* replaced,
+                            const char* trimmed) {
+            QTest::newRow(tag) << text << name << cut << from << to << replaced << trimmed;
         };
-        // A rescan would find "ab" across the inserted "xxa" and what follows.
-        row("inserted text not searched", "abb", "ab", "xxa", "xxab", "abb");
-        row("adjacent removals, both ends", "  a--b  c ", "-", "", "  ab  c ", "a--b  c");
-        row("no overlap", "aaa", "aa", "b", "ba", "aaa");
-        row("match around the insertion", "aabb", "ab", "", "ab", "aabb");
-        row("case-sensitive, tabs", " \tx X\t ", "x", "y", " \ty X\t ", "\tx X\t");
-        row("longer than the text", "    ", "abcde", "x", "    ", "");
-        row("empty from, no-break space", "\u00a0a ", "", "z", "\u00a0a ", "\u00a0a");
+        row("file in folder", "/a/b/c.txt", "c.txt", "/a/b", "b/", "", "/a/c.txt", "/a/b/c.txt");
+        row("trailing separator", "/a/b/", "", "/a/b", "/", "", "ab", "/a/b/");
+        row("bare name, backslash", "C:\\x.txt", "C:\\x.txt", "", "ab", "x", "C:\\x.txt",
+            "C:\\x.txt");
+        row("top-level entry", "/a", "a", "", "/", "", "a", "/a");
+        // A rescan behind the start of the insertion would find "ab" again.
+        row("inserted text not searched", "abb", "abb", "", "ab", "xxa", "xxab", "abb");
+        row("match around a removal", " aabb", " aabb", "", "ab", "", " ab", "aabb");
+        row("case-sensitive, tabs kept", " \tx X\t ", " \tx X\t ", "", "x", "y", " \ty X\t ",
+            "\tx X\t");
+        row("spaces only, empty from", "    ", "    ", "", "", "z", "    ", "");
     }
 
-    void textStrings()
+    void strings()
     {
         QFETCH(QString, text);
+        QFETCH(QString, name);
+        QFETCH(QString, cut);
         QFETCH(QString, from);
         QFETCH(QString, to);
         QFETCH(QString, replaced);
         QFETCH(QString, trimmed);
 
+        QCOMPARE(q(getFileName(text.utf16())), name);
         Comm::WideString wide = text.toStdU16String();
+        pathRemoveFileSpec(wide);
+        QCOMPARE(q(wide), cut);
+        wide = text.toStdU16String();
         QCOMPARE(q(Replace(wide, from.toStdU16String(), to.toStdU16String())), replaced);
         QCOMPARE(q(trimSpace(wide)), trimmed);
         QCOMPARE(q(wide), trimmed); // in place, too
@@ -214,86 +173,66 @@ private slots:
         QVERIFY(!QFileInfo::exists(oldRoot) && !QFileInfo::exists(newRoot));
     }
 
+    // Each builder's path, made level by level with nothing beside it. A
+    // directory that cannot be made: the path all the same, and one warning
+    // per directory and process, naming it and why ("@": a data folder of
+    // the row's own, with a file at blocker below it).
     void tree_data()
     {
         QTest::addColumn<Path>("build");
         QTest::addColumn<QString>("relative");
-        QTest::newRow("app data") << Path(getAppdataPath) << "";
-        QTest::newRow("local app data") << Path(getLocalAppdataPath) << "";
-        QTest::newRow("nimbo") << Path(getNimboAppdataPath) << "/nimbo";
-        QTest::newRow("cloud files")
-            << Path(std::bind(getNimboLocalAppdataPath, true)) << "/Zento Cloud Files";
-        QTest::newRow("userdata") << Path(std::bind(getNimboUserDataRootPath, false))
-                                  << "/Zento Cloud Files/userdata";
-        QTest::newRow("update") << Path(getNimboUpdateRootPath) << "/Zento Cloud Files/update";
-        QTest::newRow("resource") << Path(getNimboResourcePath) << "/Zento Cloud Files/resource";
-        QTest::newRow("Deskhive") << Path(getDeskhivePath) << "/office6/Deskhive";
-        QTest::newRow("log") << Path(getLogPath) << "/office6/Deskhive/log";
-        QTest::newRow("dump") << Path(getDumpPath) << "/office6/Deskhive/dump";
+        QTest::addColumn<QString>("blocker"); // null: nothing in the way
+        QTest::addColumn<QStringList>("warnings");
+        const auto row = [](const char* tag, const Path& build, const char* relative,
+                            const QString& blocker = QString(), const QStringList& warnings = {}) {
+            QTest::newRow(tag) << build << QString(relative) << blocker << warnings;
+        };
+        const auto warning = [](const char* dir, const char* blocker) {
+            return QString("auth.common: cannot create the directory @%1: @%2 is not a directory")
+                .arg(dir, blocker);
+        };
+        row("app data", getAppdataPath, "");
+        row("local app data", getLocalAppdataPath, "");
+        row("nimbo", getNimboAppdataPath, "/nimbo");
+        row("cloud files", std::bind(getNimboLocalAppdataPath, true), "/Zento Cloud Files");
+        row("userdata", std::bind(getNimboUserDataRootPath, false), "/Zento Cloud Files/userdata");
+        row("update", getNimboUpdateRootPath, "/Zento Cloud Files/update");
+        row("resource", getNimboResourcePath, "/Zento Cloud Files/resource");
+        row("Deskhive", getDeskhivePath, "/office6/Deskhive");
+        row("log", getLogPath, "/office6/Deskhive/log");
+        row("dump", getDumpPath, "/office6/Deskhive/dump");
+        row("data folder is a file", getLogPath, "/office6/Deskhive/log", "",
+            {warning("/office6/Deskhive", ""), warning("/office6/Deskhive/log", "")});
+        row("last level only", getDumpPath, "/office6/Deskhive/dump", "/office6/Deskhive/dump",
+            {warning("/office6/Deskhive/dump", "/office6/Deskhive/dump")});
+        row("icon cache", [] { return getNimboIconCachePath().toStdU16String(); },
+            "/nimbo/resource/iconcache", "/nimbo/resource",
+            {warning("/nimbo/resource/iconcache", "/nimbo/resource")});
     }
 
     void tree()
     {
         QFETCH(Path, build);
         QFETCH(QString, relative);
-
-        KWarningCatcher catcher;
-        QCOMPARE(q(build()), m_root + relative);
-        // Every level exists, and nothing beside the path was made.
-        QString level = m_root;
-        for (const QString& piece : relative.split('/', Qt::SkipEmptyParts)) {
-            QCOMPARE(QDir(level).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{piece});
-            level += '/' + piece;
-        }
-        QCOMPARE(q(build()), m_root + relative); // and again with the tree in place
-        QVERIFY(getNimboPath().empty());
-        QCOMPARE(catcher.warnings(), QStringList());
-    }
-
-    // A directory that cannot be made: the path all the same, and one warning
-    // per directory and process, naming it and why. "@": a data folder of the
-    // row's own, with a file at blocker below it.
-    void uncreatableDirectories_data()
-    {
-        QTest::addColumn<QString>("blocker");
-        QTest::addColumn<Path>("build");
-        QTest::addColumn<QString>("relative");
-        QTest::addColumn<QStringList>("warnings"); // directory, then why
-        const auto warning = [](const char* dir, const char* blocker) {
-            return QString("auth.common: cannot create the directory @%1: @%2 is not a directory")
-                .arg(dir, blocker);
-        };
-        QTest::newRow("data folder is a file")
-            << "" << Path(getLogPath) << "/office6/Deskhive/log"
-            << QStringList{warning("/office6/Deskhive", ""), warning("/office6/Deskhive/log", "")};
-        QTest::newRow("file of that name")
-            << "/Zento Cloud Files" << Path(getNimboResourcePath) << "/Zento Cloud Files/resource"
-            << QStringList{warning("/Zento Cloud Files", "/Zento Cloud Files"),
-                           warning("/Zento Cloud Files/resource", "/Zento Cloud Files")};
-        QTest::newRow("last level only")
-            << "/office6/Deskhive/dump" << Path(getDumpPath) << "/office6/Deskhive/dump"
-            << QStringList{warning("/office6/Deskhive/dump", "/office6/Deskhive/dump")};
-        QTest::newRow("icon cache")
-            << "/nimbo/resource" << Path([] { return getNimboIconCachePath().toStdU16String(); })
-            << "/nimbo/resource/iconcache"
-            << QStringList{warning("/nimbo/resource/iconcache", "/nimbo/resource")};
-    }
-
-    void uncreatableDirectories()
-    {
         QFETCH(QString, blocker);
-        QFETCH(Path, build);
-        QFETCH(QString, relative);
         QFETCH(QStringList, warnings);
 
-        const QString root = m_env.rootPath() + "/data-" + QTest::currentDataTag();
-        QVERIFY(KTestAppDir::write(root + blocker, "x"));
+        const QString root =
+            blocker.isNull() ? m_root : m_env.rootPath() + "/data-" + QTest::currentDataTag();
+        QVERIFY(blocker.isNull() || KTestAppDir::write(root + blocker, "x"));
         qputenv("XDG_DATA_HOME", root.toUtf8());
         KWarningCatcher catcher;
         const QString path = q(build()), again = q(build());
         qputenv("XDG_DATA_HOME", m_root.toUtf8());
         QCOMPARE(path + '|' + again, root + relative + '|' + root + relative);
         QCOMPARE(catcher.warnings(), warnings.replaceInStrings("@", root));
+        QString level = m_root; // every level made, nothing beside it
+        for (const QString& piece :
+             blocker.isNull() ? relative.split('/', Qt::SkipEmptyParts) : QStringList()) {
+            QCOMPARE(QDir(level).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{piece});
+            level += '/' + piece;
+        }
+        QVERIFY(getNimboPath().empty());
     }
 
     void makeDirectories()
@@ -309,8 +248,8 @@ private slots:
             QVERIFY(make(root) && !make(file + "/sub") && !make(file) && !make(QString()));
         }
         QVERIFY(fileExists(file.utf16()) && !fileExists((file + "/sub").utf16()));
-        QVERIFY(!fileExists(nullptr) && !fileExists(QString().utf16()));
-        QVERIFY(getFileName(nullptr).empty());
+        QVERIFY(!fileExists(nullptr) && !fileExists(QString().utf16()) &&
+                getFileName(nullptr).empty());
     }
 
     void newUserData_data()
@@ -326,7 +265,6 @@ private slots:
         QTest::newRow("three parts") << one << "9.1.0" << false;
         QTest::newRow("five parts") << one << "9.1.0.4818.1" << false;
         QTest::newRow("empty part counts as 0") << one << "9.2..0" << true;
-        QTest::newRow("unknown version: 8.1.0.X") << one << "0.0.0.0" << false;
         QTest::newRow("marker 2") << QVariant(2) << "10.0.0.0" << false;
         QTest::newRow("no marker") << QVariant() << "10.0.0.0" << false;
     }
@@ -393,9 +331,7 @@ private slots:
                      readOldNimboRegValue("k", "") + readNimboRegValue("m", "") +
                      readNimboUserInfoRegValue("m", ""),
                  QString("123456789"));
-        QStringList keys = raw().allKeys();
-        keys.sort();
-        QCOMPARE(keys.join(' ').remove("Corvane/"),
+        QCOMPARE(sorted(raw().allKeys()).join(' ').remove("Corvane/"),
                  QString("Office/6.0/Common/k Office/6.0/plugins/deskhive/g/k "
                          "Office/6.0/plugins/deskhive/k ZentoCloud/Nse/k ZentoCloud/a/b/k "
                          "ZentoCloud/clouddisk/k ZentoCloud/k ZentoCloud/userinfo/k nimbo/k"));
@@ -411,15 +347,13 @@ private slots:
         QTest::addColumn<QVariant>("defaultValue");
         QTest::addColumn<QString>("expected");
         const QVariant none;
-        QTest::newRow("neither: default") << none << none << QVariant("x") << "x";
-        QTest::newRow("integer default") << none << none << QVariant(0) << "0";
+        QTest::newRow("neither: integer default") << none << none << QVariant(0) << "0";
         QTest::newRow("machine only, empty default") << none << QVariant(7) << QVariant("") << "7";
         QTest::newRow("machine only, default hides it")
             << none << QVariant("v") << QVariant("x") << "x";
         QTest::newRow("per user wins") << QVariant(true) << QVariant("m") << none << "true";
         QTest::newRow("empty per-user text defers")
             << QVariant("") << QVariant("m") << QVariant("x") << "m";
-        QTest::newRow("both empty") << QVariant("") << QVariant("") << QVariant("x") << "";
     }
 
     void machineFallback()
@@ -435,9 +369,10 @@ private slots:
                 if (value.isValid())
                     raw(root).setValue(QString("Corvane/Office/6.0/%1/k").arg(path), value);
         }
-        QCOMPARE(readZentoCommonRegValue("k", defaultValue), expected);
-        QCOMPARE(readDeskhiveRegValue("k", defaultValue), expected);
-        QCOMPARE(readDeskhiveRegValue("g", "k", defaultValue), expected);
+        QCOMPARE(readZentoCommonRegValue("k", defaultValue) +
+                     readDeskhiveRegValue("k", defaultValue) +
+                     readDeskhiveRegValue("g", "k", defaultValue),
+                 expected + expected + expected);
     }
 
     void removeUsesTheNativeFileOfThePath()
@@ -479,18 +414,16 @@ private slots:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("key"); // as the file holds it
-        const auto row = [](const char* tag, const char* path, const char* key) {
-            QTest::newRow(tag) << path << key;
-        };
-        row("plain", "/home/u/a.docx", "L2hvbWUvdS9hLmRvY3g=");
-        row("non-ASCII", "/文档/报告 2024.docx", "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4");
+        QTest::newRow("non-ASCII") << "/文档/报告 2024.docx"
+                                   << "L+aWh+ahoy/miqXlkYogMjAyNC5kb2N4";
         // Keys with "/" and "+": the INI file must not split them into groups.
-        row("key with / and +", "/d/???~~~", "L2QvPz8/fn5+");
+        QTest::newRow("key with / and +") << "/d/???~~~"
+                                          << "L2QvPz8/fn5+";
         // The settings class drops a key's last "/"; a "=" after it keeps it.
-        row("key ending in /", "/x/ab?", "L3gvYWI/=");
-        row("key ending in /, and one more", "/x/ab?cd?", "L3gvYWI/Y2Q/=");
-        for (quint32 seed = 1; seed <= 120; ++seed)
-            QTest::addRow("generated %u", seed) << generatedPath(seed) << QString();
+        QTest::newRow("key ending in /") << "/x/ab?"
+                                         << "L3gvYWI/=";
+        QTest::newRow("every plane, zero bits last")
+            << QString::fromUtf8("/\u00bf\U0010ffff\uffff\x7f") << QString();
     }
 
     void roamingRoundTrip()
@@ -564,9 +497,7 @@ private slots:
         addManualRoamingFiles(dir, QString::fromUtf16(u"/d\0e", 4)); // up to the zero
         for (const auto& edit : {addManualRoamingFiles, delManualRoamingFiles})
             edit("", "/c");
-        QStringList files = getManualRoamingFiles(dir);
-        files.sort();
-        QCOMPARE(files, QStringList({"/a", "/c", "/d", "/ef"}));
+        QCOMPARE(sorted(getManualRoamingFiles(dir)), QStringList({"/a", "/c", "/d", "/ef"}));
         QVERIFY(RoamingList(dir).value("L2E=").toUInt() > 1000u);
         QCOMPARE(RoamingList(dir).value("L2M=").toUInt(), 1000u);
         QVERIFY(getManualRoamingFiles("").isEmpty() && !QFileInfo::exists("manualroaming.ini") &&
@@ -593,7 +524,6 @@ private slots:
             << Json::Value(1e19) << "1e+19" << 10000000000000000000ull;
         QTest::newRow("string") << Json::Value("42") << "42" << 42ull;
         QTest::newRow("string, not a number") << Json::Value("hé 世界") << "hé 世界" << 0ull;
-        QTest::newRow("empty string is not the default") << Json::Value("") << "" << 0ull;
         QTest::newRow("false") << Json::Value(false) << "false" << 77ull;
         QTest::newRow("array") << parse("[1, 2]") << "dflt" << 77ull;
         QTest::newRow("object, compact with line end")
@@ -635,14 +565,13 @@ private slots:
                             const char* expected) {
             QTest::newRow(tag) << object << key << expected;
         };
-        const Json::Value user = parse(R"({ "Name": "Ann", "Id": "12", "big": 1234567.0,
-            "IsLogined": true, "nil": null, "list": [1], "obj": { "k": "v" }, "名字": "张三" })");
+        const Json::Value user = parse(R"({ "Name": "Ann", "big": 1234567.0, "IsLogined": true,
+            "nil": null, "obj": { "k": "v" }, "名字": "张三" })");
         row("text", user, "Name", "Ann Ann 0 false true");
         row("real: jsonGetString has the library format it", user, "big",
             "1.23457e+06 1234567.0 1234567 true true");
         row("true", user, "IsLogined", "true true 9 true true");
         row("null member: the library's reading", user, "nil", "dflt  9 false false");
-        row("array member", user, "list", "dflt dflt 9 false true");
         row("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
         row("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
         row("non-ASCII key", user, "名字", "张三 张三 0 false true");

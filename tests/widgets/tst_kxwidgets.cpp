@@ -72,105 +72,104 @@ private slots:
 
     void init() { m_env.resetHost(); }
 
-    void buttonColour_data()
+    // Both painted buttons in each state, brought about through the window
+    // as the mouse would: the flat button's colour (pressed wins over hover;
+    // disabled at 0.6 over the white it is painted on), and the image button
+    // at the normal image's size, centred, pressed showing the normal image
+    // even under the mouse.
+    void states_data()
     {
         QTest::addColumn<QString>("state");
-        QTest::addColumn<QColor>("expected");
+        QTest::addColumn<QColor>("colour");
+        QTest::addColumn<QColor>("image");
 
-        QTest::newRow("normal") << "normal" << QColor("#7DC04A");
-        QTest::newRow("under the mouse") << "hover" << QColor("#97D26B");
-        QTest::newRow("pressed") << "pressed" << QColor("#6DA83F");
-        QTest::newRow("pressed wins over hover") << "pressed hover" << QColor("#6DA83F");
-        // 0.6 of the normal colour over the white it is painted on.
-        QTest::newRow("disabled") << "disabled" << QColor(177, 217, 146);
+        QTest::newRow("normal") << "normal" << QColor("#7DC04A") << QColor(Qt::red);
+        QTest::newRow("under the mouse") << "hover" << QColor("#97D26B") << QColor(Qt::green);
+        QTest::newRow("pressed") << "pressed" << QColor("#6DA83F") << QColor(Qt::red);
+        QTest::newRow("pressed under the mouse")
+            << "pressed hover" << QColor("#6DA83F") << QColor(Qt::red);
+        QTest::newRow("disabled") << "disabled" << QColor(177, 217, 146) << QColor(Qt::red);
     }
 
-    void buttonColour()
+    void states()
     {
         QFETCH(QString, state);
-        QFETCH(QColor, expected);
+        QFETCH(QColor, colour);
+        QFETCH(QColor, image);
 
-        QWidget window;
-        window.resize(240, 80);
-        KxCustomButton* button = new KxCustomButton(&window);
-        button->setText("Sign in");
-        button->setGeometry(20, 20, 160, 40);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QVERIFY(bringAbout(&window, button, state));
-
-        const QImage image = paint(button, Qt::white);
-        for (QPoint corner : {QPoint(1, 1), QPoint(158, 38)})
-            QVERIFY2(sameColor(image.pixel(corner), expected),
-                     qPrintable(QColor(image.pixel(corner)).name()));
-        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton);
+        for (const bool flat : {true, false}) {
+            QWidget window;
+            window.resize(240, 80);
+            QPushButton* button = flat ? static_cast<QPushButton*>(new KxCustomButton(&window))
+                                       : new KxNimboPixmapButton(m_images.path(), "btn", &window);
+            button->setText(flat ? "Sign in" : "");
+            button->setGeometry(20, 20, flat ? 160 : 30, flat ? 40 : 30);
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            QVERIFY(bringAbout(&window, button, state));
+            const QImage painted = paint(button, Qt::white);
+            QTest::mouseRelease(window.windowHandle(), Qt::LeftButton);
+            if (flat) {
+                for (QPoint corner : {QPoint(1, 1), QPoint(158, 38)})
+                    QVERIFY2(sameColor(painted.pixel(corner), colour),
+                             qPrintable(QColor(painted.pixel(corner)).name()));
+            } else {
+                QCOMPARE(inkBounds(painted, Qt::white), QRect(10, 10, 10, 10));
+                QCOMPARE(QColor(painted.pixel(10, 10)), image);
+                QCOMPARE(QColor(painted.pixel(19, 19)), image);
+            }
+        }
     }
 
     // White text in the box of its advance and line height, centred in the
-    // contents rectangle; custom colours replace the defaults.
+    // contents rectangle; custom colours replace the defaults. Margins and
+    // size hints (the text measured with the "&" that is not drawn) follow
+    // the display scale.
     void buttonText_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QSize>("size");
-        QTest::addColumn<bool>("centred");
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<int>("margin");
 
-        QTest::newRow("short") << "OK" << QSize(80, 40) << true;
-        QTest::newRow("long, clipped") << "Sign in with another account" << QSize(60, 30) << true;
-        // The box is measured with the "&" that is not drawn.
-        QTest::newRow("mnemonic") << "&Retry" << QSize(120, 60) << false;
+        QTest::newRow("short, 100 %") << "OK" << QSize(80, 40) << 1.0 << 5;
+        QTest::newRow("long, clipped, 200 %")
+            << "Sign in with another account" << QSize(60, 30) << 2.0 << 10;
+        QTest::newRow("mnemonic, 150 %") << "&Retry" << QSize(120, 60) << 1.5 << 8;
     }
 
     void buttonText()
     {
         QFETCH(QString, text);
         QFETCH(QSize, size);
-        QFETCH(bool, centred);
-
-        KxCustomButton button;
-        QColor normal("#3B7CF0"), hover("#5A93F5"), pressed("#2F66C7");
-        button.setColor(normal, hover, pressed);
-        button.setText(text);
-        button.resize(size);
-        const QImage image = paint(&button, Qt::white);
-
-        const QFontMetrics metrics(button.font());
-        const QRect box = calcCenterRect(button.contentsRect(),
-                                         QSize(metrics.horizontalAdvance(text), metrics.height()));
-        const QRect ink = inkBounds(image, normal);
-        QVERIFY(!ink.isNull());
-        QVERIFY(box.intersected(button.rect()).contains(ink));
-        int brightest = 0;
-        for (int y = ink.top(); y <= ink.bottom(); ++y)
-            for (int x = ink.left(); x <= ink.right(); ++x)
-                brightest = qMax(brightest, qGray(image.pixel(x, y)));
-        QCOMPARE(brightest, 255);
-        if (centred)
-            QVERIFY(qAbs(ink.center().x() - button.rect().center().x()) <= 2);
-    }
-
-    void buttonSize_data()
-    {
-        QTest::addColumn<qreal>("scale");
-        QTest::addColumn<int>("margin");
-
-        QTest::newRow("100 %") << 1.0 << 5;
-        QTest::newRow("150 %") << 1.5 << 8;
-        QTest::newRow("200 %") << 2.0 << 10;
-    }
-
-    void buttonSize()
-    {
         QFETCH(qreal, scale);
         QFETCH(int, margin);
 
         krt::hostcontrol::setDisplayScale(scale);
         KxCustomButton button;
-        button.setText("&Sign in");
-        const QRect text = button.fontMetrics().boundingRect(
-            QRect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic, "&Sign in");
+        QColor normal("#3B7CF0"), hover("#5A93F5"), pressed("#2F66C7");
+        button.setColor(normal, hover, pressed);
+        button.setText(text);
+        const QRect bounds = button.fontMetrics().boundingRect(
+            QRect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic, text);
         QCOMPARE(button.contentsMargins(), QMargins(margin, margin, margin, margin));
-        QCOMPARE(button.minimumSizeHint(), text.size() + QSize(2 * margin, 2 * margin));
+        QCOMPARE(button.minimumSizeHint(), bounds.size() + QSize(2 * margin, 2 * margin));
         QCOMPARE(button.sizeHint(), button.minimumSizeHint());
+
+        button.resize(size);
+        const QImage image = paint(&button, Qt::white);
+        const QFontMetrics metrics(button.font());
+        const QRect box = calcCenterRect(button.contentsRect(),
+                                         QSize(metrics.horizontalAdvance(text), metrics.height()));
+        const QRect ink = inkBounds(image, normal);
+        QVERIFY(!ink.isNull() && box.intersected(button.rect()).contains(ink));
+        int brightest = 0;
+        for (int y = ink.top(); y <= ink.bottom(); ++y)
+            for (int x = ink.left(); x <= ink.right(); ++x)
+                brightest = qMax(brightest, qGray(image.pixel(x, y)));
+        QCOMPARE(brightest, 255);
+        if (!text.contains('&'))
+            QVERIFY(qAbs(ink.center().x() - button.rect().center().x()) <= 2);
     }
 
     // Which rows of the column in the middle the rule paints ('#'): the pen
@@ -215,41 +214,9 @@ private slots:
         QCOMPARE(painted, rows);
     }
 
-    // Every state at the normal image's size, centred; pressed shows the
-    // normal image, also under the mouse.
-    void pixmapButton_data()
-    {
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<QColor>("expected");
-
-        QTest::newRow("normal") << "normal" << QColor(Qt::red);
-        QTest::newRow("under the mouse") << "hover" << QColor(Qt::green);
-        QTest::newRow("pressed shows normal") << "pressed" << QColor(Qt::red);
-        QTest::newRow("pressed under the mouse") << "pressed hover" << QColor(Qt::red);
-    }
-
-    void pixmapButton()
-    {
-        QFETCH(QString, state);
-        QFETCH(QColor, expected);
-
-        QWidget window;
-        window.resize(100, 60);
-        KxNimboPixmapButton* button = new KxNimboPixmapButton(m_images.path(), "btn", &window);
-        button->setGeometry(10, 10, 30, 30);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QVERIFY(bringAbout(&window, button, state));
-
-        QCOMPARE(button->sizeHint(), QSize(10, 10));
-        const QImage image = paint(button, Qt::white);
-        QCOMPARE(inkBounds(image, Qt::white), QRect(10, 10, 10, 10));
-        QCOMPARE(QColor(image.pixel(10, 10)), expected);
-        QCOMPARE(QColor(image.pixel(19, 19)), expected);
-        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton);
-    }
-
-    void pixmapButtonWithoutImages()
+    // Missing files: size hint 0 x 0 and nothing painted, until a load
+    // finds them. The two constructors leave different size policies.
+    void pixmapButtonLoading()
     {
         KxNimboPixmapButton button(m_images.path(), "missing");
         QCOMPARE(button.sizeHint(), QSize(0, 0));
@@ -257,43 +224,65 @@ private slots:
         QVERIFY(inkBounds(paint(&button, Qt::white), Qt::white).isNull());
         button.load(m_images.path(), "btn");
         QCOMPARE(button.sizeHint(), QSize(10, 10));
+        QCOMPARE(button.sizePolicy(), QPushButton().sizePolicy()); // Minimum, Fixed
+        QCOMPARE(KxNimboPixmapButton().sizePolicy(),
+                 QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
     }
 
-    // The two constructors leave different size policies.
-    void pixmapButtonPolicies()
+    // Left releases click, right and middle ones do not; a press alone is no
+    // click. From the keyboard (not in the description: for people who do
+    // not use a mouse) it is reached with Tab only when the caller gives it
+    // a focus policy; then Space, Return and Enter click.
+    void labelActivation_data()
     {
-        KxNimboPixmapButton plain;
-        KxNimboPixmapButton loaded(m_images.path(), "btn");
-        QCOMPARE(plain.sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
-        QCOMPARE(loaded.sizePolicy(), QPushButton().sizePolicy()); // Minimum, Fixed
-    }
-
-    void labelClicks_data()
-    {
-        QTest::addColumn<int>("button");
-        QTest::addColumn<int>("clicks");
+        QTest::addColumn<int>("button"); // 0: the keys of a row
+        QTest::addColumn<int>("policy");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
         QTest::addColumn<int>("expected");
-
-        QTest::newRow("left") << int(Qt::LeftButton) << 1 << 1;
-        QTest::newRow("left twice") << int(Qt::LeftButton) << 2 << 2;
-        QTest::newRow("right") << int(Qt::RightButton) << 2 << 0;
-        QTest::newRow("middle") << int(Qt::MiddleButton) << 2 << 0;
+        const auto keys = [](const char* tag, Qt::FocusPolicy policy, Qt::Key key,
+                             Qt::KeyboardModifiers modifiers, int expected) {
+            QTest::newRow(tag) << 0 << int(policy) << int(key) << int(modifiers) << expected;
+        };
+        QTest::newRow("left twice") << int(Qt::LeftButton) << 0 << 0 << 0 << 2;
+        QTest::newRow("right twice") << int(Qt::RightButton) << 0 << 0 << 0 << 0;
+        QTest::newRow("middle twice") << int(Qt::MiddleButton) << 0 << 0 << 0 << 0;
+        keys("no focus policy", Qt::NoFocus, Qt::Key_Space, Qt::NoModifier, 0);
+        keys("Tab, keypad Enter", Qt::StrongFocus, Qt::Key_Enter, Qt::KeypadModifier, 1);
+        keys("Ctrl+Space", Qt::StrongFocus, Qt::Key_Space, Qt::ControlModifier, 0);
+        keys("a letter", Qt::StrongFocus, Qt::Key_A, Qt::NoModifier, 0);
     }
 
-    void labelClicks()
+    void labelActivation()
     {
         QFETCH(int, button);
-        QFETCH(int, clicks);
+        QFETCH(int, policy);
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
         QFETCH(int, expected);
 
-        KxClickableLabel label;
-        label.setText("Forgot your password?");
-        QSignalSpy spy(&label, &KxClickableLabel::clicked);
-        for (int i = 0; i < clicks; ++i)
-            QTest::mouseClick(&label, Qt::MouseButton(button));
-        QCOMPARE(spy.count(), expected);
-        // A press alone is no click.
-        QTest::mousePress(&label, Qt::LeftButton);
+        QWidget window;
+        QLineEdit* edit = new QLineEdit(&window);
+        KxClickableLabel* label = new KxClickableLabel(&window);
+        label->setText("Forgot your password?");
+        label->move(0, 40);
+        label->setFocusPolicy(Qt::FocusPolicy(policy));
+        QSignalSpy spy(label, &KxClickableLabel::clicked);
+        if (button) {
+            for (int i = 0; i < 2; ++i)
+                QTest::mouseClick(label, Qt::MouseButton(button));
+            QTest::mousePress(label, Qt::LeftButton);
+            QCOMPARE(spy.count(), expected);
+            return;
+        }
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        edit->setFocus();
+        QTest::keyClick(&window, Qt::Key_Tab);
+        QCOMPARE(label->hasFocus(), policy != Qt::NoFocus);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key),
+                        Qt::KeyboardModifiers(modifiers));
         QCOMPARE(spy.count(), expected);
     }
 
@@ -310,54 +299,6 @@ private slots:
         QCoreApplication::sendEvent(label, &leave);
         QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);
         QVERIFY(label->testAttribute(Qt::WA_SetCursor));
-    }
-
-    // Reached with Tab only when the caller gives it a focus policy; then
-    // Space, Return and Enter click.
-    void labelKeyboard_data()
-    {
-        QTest::addColumn<int>("policy");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("modifiers");
-        QTest::addColumn<int>("expected");
-
-        QTest::newRow("no focus policy")
-            << int(Qt::NoFocus) << int(Qt::Key_Space) << int(Qt::NoModifier) << 0;
-        QTest::newRow("Tab, Space")
-            << int(Qt::TabFocus) << int(Qt::Key_Space) << int(Qt::NoModifier) << 1;
-        QTest::newRow("Tab, Return")
-            << int(Qt::StrongFocus) << int(Qt::Key_Return) << int(Qt::NoModifier) << 1;
-        QTest::newRow("Tab, keypad Enter")
-            << int(Qt::StrongFocus) << int(Qt::Key_Enter) << int(Qt::KeypadModifier) << 1;
-        QTest::newRow("Ctrl+Space")
-            << int(Qt::StrongFocus) << int(Qt::Key_Space) << int(Qt::ControlModifier) << 0;
-        QTest::newRow("a letter") << int(Qt::StrongFocus) << int(Qt::Key_A) << int(Qt::NoModifier)
-                                  << 0;
-    }
-
-    void labelKeyboard()
-    {
-        QFETCH(int, policy);
-        QFETCH(int, key);
-        QFETCH(int, modifiers);
-        QFETCH(int, expected);
-
-        QWidget window;
-        QLineEdit* edit = new QLineEdit(&window);
-        KxClickableLabel* label = new KxClickableLabel(&window);
-        label->setText("Forgot your password?");
-        label->move(0, 40);
-        label->setFocusPolicy(Qt::FocusPolicy(policy));
-        QSignalSpy spy(label, &KxClickableLabel::clicked);
-        window.show();
-        QApplication::setActiveWindow(&window);
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        edit->setFocus();
-        QTest::keyClick(&window, Qt::Key_Tab);
-        QCOMPARE(label->hasFocus(), policy != Qt::NoFocus);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key),
-                        Qt::KeyboardModifiers(modifiers));
-        QCOMPARE(spy.count(), expected);
     }
 };
 
