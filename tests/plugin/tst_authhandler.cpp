@@ -89,6 +89,7 @@ private slots:
         const QVariantMap noBase{{"JumpUrl", ""}}, overseas{{"overseas", true}}, echo{{"echo", 1}};
         row("no separator: group and name are the key", "Product", "Product|Product", echo);
         row("group is case-sensitive", "product/HomePage", none, echo);
+        row("auth group is case-sensitive", "auth/StartupSplashFileName", none);
         row("empty key, not warned about", "", none, {{"user", "x"}});
         row("splash is empty text", "Auth/StartupSplashFileName", QString(""));
         row("other auth names", "Auth/Other", none);
