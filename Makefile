@@ -8,7 +8,7 @@ CHECK_DIR ?= build-check
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all deps configure build run test check check-build check-format bench lint format clean
+.PHONY: all deps configure build run test check check-build check-format bench lint format translations clean
 
 all: build
 
@@ -54,6 +54,11 @@ bench: build
 
 format:
 	clang-format -i $(SOURCES)
+
+# The plug-in's translation sources (src/resources/translations/*.ts) brought
+# up to date with the texts in src/; new texts then need their translations.
+translations: configure
+	cmake --build $(BUILD_DIR) --target authplugin_lupdate
 
 clean:
 	rm -rf $(BUILD_DIR) $(CHECK_DIR)
