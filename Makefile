@@ -21,9 +21,18 @@ configure: deps
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# The main job: the command-line host with the plug-in, on the default profile.
+# The main job: the reference host with the plug-in, on the default profile
+# and the cloud simulator's state file. Without a display it walks through
+# the account states offscreen instead and says where the pictures are.
+SCREENSHOT_DIR ?= $(BUILD_DIR)/screenshots
 run: build
-	$(BUILD_DIR)/bin/authinfo
+	@if [ -z "$$DISPLAY" ]; then \
+	    echo "run: no display; taking the host window's screenshots instead"; \
+	    QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/bin/zentooffice --screenshots $(SCREENSHOT_DIR) \
+	        && echo "run: screenshots of the host window are in $(SCREENSHOT_DIR)/"; \
+	else \
+	    $(BUILD_DIR)/bin/zentooffice; \
+	fi
 
 test: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)

@@ -19,6 +19,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -52,6 +53,17 @@ QString prepareWalkState(const QTemporaryDir& dir)
     if (file.open(QIODevice::WriteOnly))
         file.write("{}");
     return state;
+}
+
+// The offscreen platform says for every window that it cannot do what a
+// window manager would; the walk does not need it to.
+QtMessageHandler g_defaultHandler = nullptr;
+void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& context,
+                           const QString& message)
+{
+    if (type == QtWarningMsg && message.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    g_defaultHandler(type, context, message);
 }
 
 } // namespace
@@ -103,6 +115,8 @@ int main(int argc, char* argv[])
     const bool walk = parser.isSet(screenshotsOption);
     QString statePath;
     if (walk) {
+        if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+            g_defaultHandler = qInstallMessageHandler(quietOffscreenNotices);
         statePath = prepareWalkState(walkState);
         qputenv("DESKHIVE_STATE", QFile::encodeName(statePath));
     }
