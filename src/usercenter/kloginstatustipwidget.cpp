@@ -32,6 +32,8 @@ void KLoginStatusTipWidget::initStatusTipWidget()
     setAttribute(Qt::WA_TranslucentBackground);
     resize(KZentoStyle::dpiScaledSize(kSize));
     m_timer = new QTimer(this);
+    // The full 8 s from every show, not within a coarse timer's slack.
+    m_timer->setTimerType(Qt::PreciseTimer);
     m_timer->setInterval(kHideAfterMs);
     connect(m_timer, SIGNAL(timeout()), this, SLOT(onTimerHide()));
     setBackgroundPixmap(QStringLiteral("res:/resource/zentodeskhive/abnormalLogingStatus.png"));
