@@ -2,6 +2,8 @@
 
 #include "kzentoofficewindow.h"
 
+#include <deskhive/deskhiveentrypoints.h>
+#include <deskhive/nimboclient.h>
 #include <vex/kmenubutton.h>
 #include <vex/kpopupwidget.h>
 #include <vexlite/hostcontrol.h>
@@ -61,9 +63,10 @@ KScreenshotWalk::KScreenshotWalk(const QString& dir, const QString& statePath, Q
     // client says when it has read the state file.
     QLibrary simulator(QCoreApplication::applicationDirPath() +
                        QStringLiteral("/addons/deskhive/deskhive"));
-    using Entry = QObject* (*)();
     if (simulator.load()) {
-        if (const auto entry = reinterpret_cast<Entry>(simulator.resolve("NimboClientInstance")))
+        const auto entry =
+            reinterpret_cast<NimboClientInstanceFunc>(simulator.resolve("NimboClientInstance"));
+        if (entry)
             m_client = entry();
     }
 }

@@ -2,6 +2,7 @@
 
 #include "vex/kcommandfactory.h"
 #include "vex/klistcommand.h"
+#include "vex/kzentostyle.h"
 
 #include <vexlite/hostcontrol.h>
 #include <vexlite/kshellapplicaitons.h>
@@ -44,6 +45,8 @@ KMainWindow::KMainWindow(QWidget* parent, Qt::WindowFlags flags)
     m_titleCommands->setName(QStringLiteral("TitleBar"));
     m_titleArea->setObjectName(QStringLiteral("KMainWindowTitleArea"));
     m_titleLayout->setContentsMargins(8, 2, 4, 2);
+    // As high with the pockets hidden as with a user panel shown.
+    m_titleArea->setMinimumHeight(qRound(KZentoStyle::dpiScaled(32)));
     m_titleLayout->setSpacing(4);
     m_titleLayout->addWidget(m_titleLabel);
     m_titleLayout->addStretch(1);
