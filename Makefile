@@ -8,7 +8,7 @@ CHECK_DIR ?= build-check
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
-.PHONY: all deps configure build run test check check-build check-format bench lint format clean
+.PHONY: all deps configure build run test check check-build check-format bench lint format translations clean
 
 all: build
 
@@ -21,9 +21,18 @@ configure: deps
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# The main job: the command-line host with the plug-in, on the default profile.
+# The main job: the reference host with the plug-in, on the default profile
+# and the cloud simulator's state file. Without a display it walks through
+# the account states offscreen instead and says where the pictures are.
+SCREENSHOT_DIR ?= $(BUILD_DIR)/screenshots
 run: build
-	$(BUILD_DIR)/bin/authinfo
+	@if [ -z "$$DISPLAY" ]; then \
+	    echo "run: no display; taking the host window's screenshots instead"; \
+	    QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/bin/zentooffice --screenshots $(SCREENSHOT_DIR) \
+	        && echo "run: screenshots of the host window are in $(SCREENSHOT_DIR)/"; \
+	else \
+	    $(BUILD_DIR)/bin/zentooffice; \
+	fi
 
 test: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
@@ -54,6 +63,11 @@ bench: build
 
 format:
 	clang-format -i $(SOURCES)
+
+# The plug-in's translation sources (src/resources/translations/*.ts) brought
+# up to date with the texts in src/; new texts then need their translations.
+translations: configure
+	cmake --build $(BUILD_DIR) --target authplugin_lupdate
 
 clean:
 	rm -rf $(BUILD_DIR) $(CHECK_DIR)

@@ -1,6 +1,8 @@
 #ifndef KCOMMANDFACTORYITEM_H
 #define KCOMMANDFACTORYITEM_H
 
+#include "kxplugintranslator.h"
+
 #include <vex/kcommandfactory.h>
 #include <vex/kcommandfactoryitembase.h>
 
@@ -32,8 +34,11 @@ public:
     // warning when host is not a Window.
     KCommand* createInstance(QObject* host, QObject* parent) override
     {
-        if (auto* window = static_cast<Window*>(Window::staticMetaObject.cast(host)))
+        if (auto* window = static_cast<Window*>(Window::staticMetaObject.cast(host))) {
+            // Before the command sets its texts.
+            kxInstallPluginTranslator();
             return new Command(window, parent);
+        }
         qWarning().noquote() << className() << "need a host" << m_windowClassName;
         return nullptr;
     }

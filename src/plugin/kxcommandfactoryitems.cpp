@@ -5,6 +5,7 @@
 
 #include "kcommandfactoryitem.h"
 #include "kenterprisecentertriggercommand.h"
+#include "kusercentermenucommand.h"
 #include "kxopenpersonalcentercommand.h"
 
 #include <vex/kcommand.h>
@@ -13,6 +14,8 @@
 
 namespace {
 
+KCommandFactoryItem<KUserCenterMenuCommand, KMainWindow>
+    g_userCenter(QStringLiteral("KUserCenterMenuCommand"), QStringLiteral("KMainWindow"));
 KCommandFactoryItem<KxOpenPersonalCenterCommand, KMainWindow>
     g_personalCenter(QStringLiteral("KxOpenPersonalCenterCommand"), QStringLiteral("KMainWindow"));
 KCommandFactoryItem<KEnterpriseCenterTriggerCommand, KMainWindow>

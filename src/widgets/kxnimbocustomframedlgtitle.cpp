@@ -75,7 +75,9 @@ void KxNimboCustomFrameDlgTitle::paintEvent(QPaintEvent* /*event*/)
     cutRectLeft(textRect, qRound(KZentoStyle::dpiScaled(kTextIndent)));
 
     QFont font = this->font();
-    font.setPixelSize(int((height() / 2) * 0.75));
+    // Three quarters of half the height, the half rounded down first.
+    const int half = height() / 2;
+    font.setPixelSize(int(half * 0.75));
     painter.setFont(font);
     painter.setPen(Qt::white);
     const QString title = parentWidget() ? parentWidget()->windowTitle() : QString();

@@ -68,7 +68,8 @@ private slots:
 
         QTest::newRow("the registered classes")
             << (shipped + QStringList("--commands")) << demo << QByteArray()
-            << QStringList{"KxOpenPersonalCenterCommand", "KEnterpriseCenterTriggerCommand"};
+            << QStringList{"KUserCenterMenuCommand", "KxOpenPersonalCenterCommand",
+                           "KEnterpriseCenterTriggerCommand"};
         QTest::newRow("personal centre, demo user, shipped profile")
             << QStringList{"--profile", "SHIPPED", "--command", "OpenUserCenter"} << demo
             << QByteArray()

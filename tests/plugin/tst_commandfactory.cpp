@@ -10,6 +10,7 @@
 
 #include <vex/kcommandfactory.h>
 #include <vex/kcommandfactoryitembase.h>
+#include <vex/klistcommand.h>
 #include <vex/kmainwindow.h>
 #include <vex/ktriggercommand.h>
 #include <vexlite/hostcontrol.h>
@@ -25,7 +26,8 @@ using namespace krt::hostcontrol;
 
 namespace {
 
-const QStringList kTable{"KxOpenPersonalCenterCommand", "KEnterpriseCenterTriggerCommand"};
+const QStringList kTable{"KUserCenterMenuCommand", "KxOpenPersonalCenterCommand",
+                         "KEnterpriseCenterTriggerCommand"};
 const QString kCenter = "https://account.example/center?from=suite";
 
 class KDerivedMainWindow : public KMainWindow
@@ -66,8 +68,10 @@ private slots:
     void registeredAtLoad()
     {
         QCOMPARE(KCommandFactory::registeredClasses(), kTable);
-        QCOMPARE(KCommandFactory::registrationLog(),
-                 QStringList({"register " + kTable[0], "register " + kTable[1]}));
+        QStringList log;
+        for (const QString& name : kTable)
+            log << "register " + name;
+        QCOMPARE(KCommandFactory::registrationLog(), log);
         for (const QString& name : kTable)
             QCOMPARE(KCommandFactory::lookup(name)->className(), name);
     }
@@ -121,11 +125,14 @@ private slots:
         QVERIFY(catcher.warnings().isEmpty());
         QVERIFY(first != second);
         QCOMPARE(QString(first->metaObject()->className()), className);
-        QVERIFY(qobject_cast<KTriggerCommand*>(first.data()));
+        // The user centre is the account menu's list; the centres are its entries.
+        if (className == kTable[0])
+            QVERIFY(qobject_cast<KListCommand*>(first.data()) && !first->icon().isNull());
+        else
+            QVERIFY(qobject_cast<KTriggerCommand*>(first.data()) && !first->text().isEmpty());
         QCOMPARE(first->parent(), window.data());
         QCOMPARE(first->host(), &other);
         QCOMPARE(first->name(), className);
-        QVERIFY(!first->text().isEmpty());
     }
 
     // The commands in a main window's title area: the personal centre shows
@@ -136,8 +143,8 @@ private slots:
         clearExecutedCommands();
         m_opened.clear();
         KMainWindow window;
-        KCommand* personal = window.addTitleCommand(kTable[0]);
-        KCommand* enterprise = window.addTitleCommand(kTable[1]);
+        KCommand* personal = window.addTitleCommand(kTable[1]);
+        KCommand* enterprise = window.addTitleCommand(kTable[2]);
         QVERIFY(personal && enterprise);
         personal->setVisible(false);
         window.show();
@@ -169,8 +176,10 @@ private slots:
         setHandler(nullptr);
         KCommandFactory::clearRegistrationLog();
         QVERIFY2(m_plugin.unload(), qPrintable(m_plugin.errorString()));
-        QCOMPARE(KCommandFactory::registrationLog(),
-                 QStringList({"unregister " + kTable[1], "unregister " + kTable[0]}));
+        QStringList log;
+        for (const QString& name : kTable)
+            log.prepend("unregister " + name);
+        QCOMPARE(KCommandFactory::registrationLog(), log);
         QVERIFY(KCommandFactory::registeredClasses().isEmpty());
         QVERIFY(!KCommandFactory::lookup(kTable[0]));
         QMainWindow window;

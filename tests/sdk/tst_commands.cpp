@@ -354,9 +354,12 @@ private slots:
 
         const auto shown = [&] {
             QStringList texts;
+            // Each widget in a pocket of its own.
             QLayout* layout = window.titleArea()->layout();
             for (int i = 0; i < layout->count(); ++i) {
-                if (auto* button = qobject_cast<QToolButton*>(layout->itemAt(i)->widget()))
+                QWidget* pocket = layout->itemAt(i)->widget();
+                auto* button = pocket ? pocket->findChild<QToolButton*>() : nullptr;
+                if (button && button->pos() == QPoint(0, 0))
                     texts << button->text() + (button->isHidden() ? "(hidden)" : "");
             }
             return texts.join(' ');

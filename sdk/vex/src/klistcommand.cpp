@@ -1,8 +1,9 @@
 #include "vex/klistcommand.h"
 
+#include "vex/kmenubutton.h"
+
 #include <QAction>
 #include <QMenu>
-#include <QToolButton>
 
 namespace {
 
@@ -99,22 +100,8 @@ void KListCommand::copyProperties(const KCommand* other)
 
 QWidget* KListCommand::createPocketWidget(QWidget* parent)
 {
-    auto* button = new QToolButton(parent);
-    auto* menu = new QMenu(button);
-    button->setDefaultAction(action());
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setAutoRaise(true);
-    // Built when it opens, so it always shows the children as they are.
-    QPointer<KListCommand> self(this);
-    connect(menu, &QMenu::aboutToShow, menu, [menu, self] {
-        // Submenus of the last time are the menu's own children.
-        qDeleteAll(menu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
-        menu->clear();
-        if (self)
-            fillMenu(menu, self);
-    });
+    auto* button = new KMenuButton(parent);
+    button->setDefaultCommand(this);
     return button;
 }
 

@@ -1,7 +1,8 @@
 #include "vex/ktriggercommand.h"
 
+#include "vex/ktoolbutton.h"
+
 #include <QAction>
-#include <QToolButton>
 
 KTriggerCommand::KTriggerCommand(QObject* parent, QObject* host)
     : KCommand(parent, host)
@@ -20,10 +21,8 @@ KCommand* KTriggerCommand::clone(QObject* parent, QObject* host)
 
 QWidget* KTriggerCommand::createPocketWidget(QWidget* parent)
 {
-    auto* button = new QToolButton(parent);
-    button->setDefaultAction(action());
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setAutoRaise(true);
+    auto* button = new KToolButton(parent);
+    button->setDefaultCommand(this);
     return button;
 }
 

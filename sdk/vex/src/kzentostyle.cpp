@@ -1,5 +1,7 @@
 #include "vex/kzentostyle.h"
 
+#include "vex/kstyleoptionuserpanelmenubutton.h"
+
 #include <vexlite/hostcontrol.h>
 
 #include <QGuiApplication>
@@ -29,10 +31,26 @@ qreal screenScale()
     return std::max<qreal>(1.0, quarters / 4);
 }
 
+QSize userPanelSize(const QStyleOption* option)
+{
+    const auto* panel = kstyleoption_cast<KStyleOptionUserPanelMenuButton>(option);
+    if (!panel)
+        return QSize();
+    using Layout = KZentoStyle::UserPanelLayout;
+    const int fixed = qRound(
+        KZentoStyle::dpiScaled(Layout::PictureLeft + Layout::PictureSize + Layout::RightMargin));
+    // Without a text there is no gap before it.
+    const int text =
+        panel->textWidth > 0 ? qRound(KZentoStyle::dpiScaled(Layout::Gap)) + panel->textWidth : 0;
+    return QSize(fixed + text, qRound(KZentoStyle::dpiScaled(qMax(0, panel->panelHeight))));
+}
+
 // The host's answers for its own metric numbers (KZentoStyle::SizeMetric).
-QSize hostSizeMetric(int metric, const QStyleOption* /*option*/, const QWidget* /*widget*/)
+QSize hostSizeMetric(int metric, const QStyleOption* option, const QWidget* /*widget*/)
 {
     switch (metric) {
+    case KZentoStyle::SM_UserPanelMenuButton:
+        return userPanelSize(option);
     default:
         return QSize();
     }

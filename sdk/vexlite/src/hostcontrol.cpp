@@ -128,6 +128,16 @@ qreal displayScale()
     return KHostProfile::instance().displayScale();
 }
 
+QVariantList commandTree(const QString& id)
+{
+    return KHostProfile::instance().commandTree(id);
+}
+
+void setCommandTree(const QString& id, const QVariantList& tree)
+{
+    KHostProfile::instance().setCommandTree(id, tree);
+}
+
 QStringList executedCommands()
 {
     return KHostProfile::instance().executedCommands();

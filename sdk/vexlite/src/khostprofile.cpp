@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QLocale>
 #include <QMutexLocker>
@@ -118,6 +119,7 @@ void KHostProfile::clearLocked(const QString& dir)
     m_accountEntryCalls.clear();
     m_userInformationFault = krt::hostcontrol::NoUserInformationFault;
     m_displayScale = 0;
+    m_commandTrees = QJsonObject();
 }
 
 bool KHostProfile::load(const QString& dir, QString* error)
@@ -184,6 +186,7 @@ bool KHostProfile::readLocked(QString* error)
     m_logoutDuetoOffLine = account.value(QLatin1String("logoutDuetoOffLine")).toBool(false);
     m_displayScale = sanitizedDisplayScale(
         root.value(QLatin1String("display")).toObject().value(QLatin1String("scale")).toDouble());
+    m_commandTrees = root.value(QLatin1String("commands")).toObject();
     return true;
 }
 
@@ -227,6 +230,9 @@ bool KHostProfile::save(const QString& dir, QString* error)
     if (m_displayScale > 0)
         root.insert(QLatin1String("display"),
                     QJsonObject{{QLatin1String("scale"), m_displayScale}});
+
+    if (!m_commandTrees.isEmpty())
+        root.insert(QLatin1String("commands"), m_commandTrees);
 
     if (!QDir().mkpath(dir)) {
         if (error)
@@ -432,6 +438,23 @@ void KHostProfile::setDisplayScale(qreal scale)
     QMutexLocker lock(&m_mutex);
     ensureLoadedLocked();
     m_displayScale = sanitizedDisplayScale(scale);
+}
+
+QVariantList KHostProfile::commandTree(const QString& id)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    return m_commandTrees.value(id).toArray().toVariantList();
+}
+
+void KHostProfile::setCommandTree(const QString& id, const QVariantList& tree)
+{
+    QMutexLocker lock(&m_mutex);
+    ensureLoadedLocked();
+    if (tree.isEmpty())
+        m_commandTrees.remove(id);
+    else
+        m_commandTrees.insert(id, QJsonArray::fromVariantList(tree));
 }
 
 void KHostProfile::recordExecutedCommand(const QString& name)

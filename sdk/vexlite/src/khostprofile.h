@@ -63,6 +63,10 @@ public:
     qreal displayScale();
     void setDisplayScale(qreal scale);
 
+    // The profile's "commands" section: command trees by root id.
+    QVariantList commandTree(const QString& id);
+    void setCommandTree(const QString& id, const QVariantList& tree);
+
     void recordExecutedCommand(const QString& name);
     QStringList executedCommands();
     void clearExecutedCommands();
@@ -107,6 +111,7 @@ private:
     QTranslator m_translator;
     QHash<QByteArray, QString> m_trCache;
     qreal m_displayScale = 0;
+    QJsonObject m_commandTrees;
     QStringList m_executedCommands;
     QString m_activeApp;
     bool m_accountLogined = false;

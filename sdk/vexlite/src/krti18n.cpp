@@ -9,4 +9,13 @@ QString kCachedTr(const char* context, const char* sourceText, const char* id, i
     return KHostProfile::instance().translate(context, sourceText, id, n);
 }
 
+namespace i18n {
+
+QLocale uiLocale()
+{
+    return QLocale(KHostProfile::instance().language());
+}
+
+} // namespace i18n
+
 } // namespace krt

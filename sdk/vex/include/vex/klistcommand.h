@@ -35,7 +35,7 @@ public:
     // The properties, and clones of the children in place of this list's
     // own (owned by this list).
     void copyProperties(const KCommand* other) override;
-    // A tool button that pops up the children as a menu.
+    // A KMenuButton bound to the list: it pops up the children.
     QWidget* createPocketWidget(QWidget* parent) override;
 
     // Fills menu with the visible children of command: an entry per action,

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMainWindow>
 #include <QPointer>
+#include <QVariantList>
 
 #include <utility>
 #include <vector>
@@ -19,8 +20,8 @@ class QLabel;
 // A main window of one of the suite's applications. Above its contents runs
 // the title area: the window title, then the pocket widgets of the
 // commands under titleCommands(), in their order, each shown while its
-// command is visible. The area follows the command tree: adding or removing
-// a title command rebuilds it. Commands are brought up to date (update())
+// command is visible and each at the origin of a container of its own. The area follows the command
+// tree: adding or removing a title command rebuilds it. Commands are brought up to date (update())
 // when the window is shown or activated.
 class VEX_EXPORT KMainWindow : public QMainWindow
 {
@@ -46,6 +47,16 @@ public:
     // and appends it to the title commands; null when the factory gives
     // none.
     KCommand* addTitleCommand(const QString& className);
+    // Creates the commands a command tree names (entries as
+    // krt::hostcontrol::commandTree() describes them) through KCommandFactory
+    // for this window and appends them to the title commands, children below
+    // their list commands. Entries the factory gives nothing for are left
+    // out with a warning (category "vex.commands"), their children with
+    // them. Returns how many commands were created.
+    int addTitleCommands(const QVariantList& tree);
+    // The same with the host profile's tree of the title area's root id
+    // ("TitleBar").
+    int addTitleCommandsFromProfile();
     QWidget* titleArea() const { return m_titleArea; }
     // The title area's widget for command; null when it has none there.
     QWidget* pocketWidget(const KCommand* command) const;
@@ -66,6 +77,8 @@ private slots:
     void rebuildTitleArea();
 
 private:
+    int addCommands(KListCommand* list, const QVariantList& entries);
+
     bool m_embedding = false;
     KShellApplication* m_app = nullptr;
     KListCommand* m_titleCommands;

@@ -15,7 +15,7 @@ public:
     ~KTriggerCommand() override;
 
     KCommand* clone(QObject* parent, QObject* host) override;
-    // A tool button bound to the command's action.
+    // A KToolButton bound to the command.
     QWidget* createPocketWidget(QWidget* parent) override;
 
 public slots:

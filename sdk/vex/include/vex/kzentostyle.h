@@ -33,10 +33,26 @@ public:
     // Size metrics of the host's widget library, by the numbers callers pass
     // to sizeMetric(). Numbers are fixed once given out; the host answers
     // those listed here, any other number only an application style can.
-    // (31 is reserved for the user-panel menu button.)
     enum SizeMetric {
-        // Nothing yet: the widgets in the host answer their own sizes.
+        // The size of a user-panel menu button (KToolButton::UserPanelStyle),
+        // for a KStyleOptionUserPanelMenuButton: the picture the button draws
+        // at its left (UserPanelLayout), the text (the option's textWidth),
+        // a margin on the right; as high as the option's panelHeight. Sizes
+        // written for 100 % are scaled, textWidth is taken as it is. Any
+        // other option gives an invalid size.
+        SM_UserPanelMenuButton = 31,
         SM_CustomBase = 0x1000 // numbers from here are free for applications
+    };
+
+    // The user panel's layout at 100 %, from the left: PictureLeft pixels,
+    // the picture (PictureSize square, vertically centred), Gap, the text,
+    // RightMargin.
+    struct UserPanelLayout
+    {
+        static constexpr int PictureLeft = 1;
+        static constexpr int PictureSize = 16;
+        static constexpr int Gap = 6;
+        static constexpr int RightMargin = 8;
     };
 
     KZentoStyle() = delete;

@@ -24,7 +24,8 @@ class IKAuthorizationHandler;
 //     "shell":   { "activeApp": "zento",
 //                  "account": { "logined": true, "userName": "..",
 //                               "logoutDuetoOffLine": false } },
-//     "display": { "scale": 1.5 } }
+//     "display": { "scale": 1.5 },
+//     "commands": { "TitleBar": [ .. ] } }
 // The directory is named by the environment variable ZENTO_HOST_PROFILE,
 // else it is "profile" beside the application. It is read on first use.
 namespace krt {
@@ -76,6 +77,16 @@ VEXLITE_EXPORT void setUwpCommonValue(const QString& key, const QVariant& value)
 // screen decides.
 VEXLITE_EXPORT void setDisplayScale(qreal scale);
 VEXLITE_EXPORT qreal displayScale();
+
+// Command trees the host builds its windows' commands from, by the id of
+// the tree's root ("TitleBar": a main window's title area), as the
+// profile's "commands" section holds them. An entry is a class name for the
+// command factory, or an object { "class": "..", "name": "..", "children":
+// [ entries ] } (name and children optional; children go below a list
+// command). Empty for an id without a tree.
+VEXLITE_EXPORT QVariantList commandTree(const QString& id);
+// An empty tree removes the id.
+VEXLITE_EXPORT void setCommandTree(const QString& id, const QVariantList& tree);
 
 // Named commands the host went on to run after the handler let them pass.
 VEXLITE_EXPORT QStringList executedCommands();

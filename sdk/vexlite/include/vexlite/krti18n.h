@@ -3,6 +3,7 @@
 
 #include "vexlite_global.h"
 
+#include <QLocale>
 #include <QString>
 
 namespace krt {
@@ -12,6 +13,15 @@ namespace krt {
 // cache; the source text is returned where the catalogue has no entry.
 VEXLITE_EXPORT QString kCachedTr(const char* context, const char* sourceText, const char* id,
                                  int n = -1);
+
+namespace i18n {
+
+// The user interface language as a locale, for choosing a module's own
+// translation catalogue (QTranslator::load(QLocale, ...)). It can change
+// while the host runs.
+VEXLITE_EXPORT QLocale uiLocale();
+
+} // namespace i18n
 
 } // namespace krt
 

@@ -1,0 +1,58 @@
+#include "kusercentermenucommand.h"
+
+#include "kdeskhivelib.h"
+#include "knetworkstatemonitor.h"
+#include "knimboclientinstance.h"
+#include "kusercentermenubutton.h"
+#include "qcommjson.h"
+
+#include <vex/kmainwindow.h>
+#include <vex/kxapplication.h>
+#include <vexlite/krtproduct.h>
+#include <vexlite/kshellapplicaitons.h>
+
+KUserCenterMenuCommand::KUserCenterMenuCommand(QObject* parent, QObject* host)
+    : KListCommand(parent, host)
+{
+    setIcon(QIcon(QStringLiteral("res:/resource/zentodeskhive/defaultthumbnail.png")));
+}
+
+void KUserCenterMenuCommand::update()
+{
+    if (isLogoutDuetoOffLine()) {
+        setDetail(QString());
+        return;
+    }
+    KListCommand::update();
+    if (!KDeskhiveLib::instance()->nimboClientInstance()) {
+        setVisible(false);
+        return;
+    }
+    const Json::Value info = KNimboClientInstance::userInfo();
+    const bool company = QComm::jsonGetBool(info, QStringLiteral("IsCompanyAccount"), false);
+    const KMainWindow* window =
+        KxApplication::findRelativeMainWindowX(KShellApplicaitons::instance()->getActiveApp());
+    if ((!company && !krt::product::isSupported(QStringLiteral("SimplifiedUserCenter"))) ||
+        (window && window->isEmbedding())) {
+        setVisible(false);
+        return;
+    }
+    setText(QComm::jsonObject2String(info, QStringLiteral("Name")));
+    setDetail(tr("You have signed in Zento Office."));
+    setVisible(QComm::jsonGetBool(info, QStringLiteral("IsLogined"), false));
+}
+
+KCommand* KUserCenterMenuCommand::clone(QObject* parent, QObject* host)
+{
+    auto* command = new KUserCenterMenuCommand(parent, host);
+    command->copyProperties(this);
+    return command;
+}
+
+QWidget* KUserCenterMenuCommand::createPocketWidget(QWidget* parent)
+{
+    auto* button = new KUserCenterMenuButton(parent);
+    button->setDefaultCommand(this);
+    button->updateThumbnail();
+    return button;
+}

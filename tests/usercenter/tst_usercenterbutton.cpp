@@ -1,0 +1,489 @@
+// The title area's user-centre command and button on the cloud simulator,
+// driven offscreen through real events (enter, moves, leave, presses, keys
+// and the host's popup tracking event 32770) and painted into images. In
+// copies of this program run with --probe from a folder without the cloud
+// library: the same without a client object.
+
+#include "kpopupdriver.h"
+#include "ksimulatorstate.h"
+#include "ktestenvironment.h"
+
+#include "kenterprisecentertriggercommand.h"
+#include "kusercentermenubutton.h"
+#include "kusercentermenucommand.h"
+#include "kxopenpersonalcentercommand.h"
+
+#include <vex/kmainwindow.h>
+#include <vex/kresourcescheme.h>
+#include <vexlite/hostcontrol.h>
+
+#include <QAccessible>
+#include <QToolTip>
+#include <QtTest>
+
+#include <memory>
+
+using namespace AuthTest;
+
+using namespace krt::hostcontrol;
+
+namespace {
+
+const QColor kPicture(20, 200, 60);
+const QByteArray kPersonal =
+    R"({"IsLogined": true, "Name": "Ada", "UserAvatarImagePath": "p.png"})";
+const QByteArray kCompany = R"({"IsLogined": true, "Name": "Ada", "IsCompanyAccount": true})";
+const QString kDefault = "res:/resource/zentodeskhive/defaultthumbnail.png";
+
+bool near(QColor a, QColor b, int tolerance = 3)
+{
+    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance &&
+           qAbs(a.blue() - b.blue()) <= tolerance;
+}
+
+// The button's own painting over white, at a device pixel ratio.
+QImage paint(QWidget* button, qreal ratio = 1)
+{
+    QImage image(button->size() * ratio, QImage::Format_ARGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    button->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
+bool send(QWidget* widget, QEvent::Type type)
+{
+    const QPointF at(5, 5);
+    if (type == QEvent::Enter) {
+        QEnterEvent enter(at, at, widget->mapToGlobal(QPoint(5, 5)));
+        return QCoreApplication::sendEvent(widget, &enter);
+    }
+    if (type == QEvent::MouseMove) {
+        QMouseEvent move(type, at, widget->mapToGlobal(QPoint(5, 5)), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        return QCoreApplication::sendEvent(widget, &move);
+    }
+    QEvent event(type);
+    return QCoreApplication::sendEvent(widget, &event);
+}
+
+// Probe mode: a command and its button without a client object.
+int probe()
+{
+    KTestEnvironment env;
+    KResourceScheme::install();
+    setFeatureSupported("SimplifiedUserCenter", true);
+    KUserCenterMenuCommand command(nullptr, nullptr);
+    command.update();
+    std::unique_ptr<QWidget> button(command.createPocketWidget(nullptr));
+    const bool fallback =
+        static_cast<KUserCenterMenuButton*>(button.get())->thumbnail() == QImage(kDefault);
+    QTextStream(stdout) << command.isVisible() << ' ' << fallback << '\n';
+    return 0;
+}
+
+} // namespace
+
+class TestUserCenterButton : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    KSimulatorState m_state{m_env.rootPath()};
+    std::unique_ptr<KMainWindow> m_window;
+    KUserCenterMenuCommand* m_command = nullptr;
+    KUserCenterMenuButton* m_button = nullptr;
+
+    // A shown, active main window with the user centre and its two entries.
+    void makeWindow()
+    {
+        m_window = std::make_unique<KMainWindow>();
+        m_window->setGeometry(100, 100, 480, 240);
+        m_command = new KUserCenterMenuCommand(m_window.get(), m_window.get());
+        m_command->addChild(new KxOpenPersonalCenterCommand(m_window.get(), m_window.get()));
+        m_command->addChild(new KEnterpriseCenterTriggerCommand(m_window.get(), m_window.get()));
+        m_window->titleCommands()->addChild(m_command);
+        m_button = qobject_cast<KUserCenterMenuButton*>(m_window->pocketWidget(m_command));
+        m_window->show();
+        QApplication::setActiveWindow(m_window.get());
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()) && m_button->isVisible());
+    }
+
+    int hoverMenu(const std::function<void(KPopupWidget*)>& whileOpen)
+    {
+        const auto hover = [this] {
+            send(m_button, QEvent::Enter);
+            for (int i = 0; i < 3; ++i)
+                send(m_button, QEvent::MouseMove);
+            QCoreApplication::processEvents();
+        };
+        return withPopup(m_button, hover, whileOpen);
+    }
+
+    QPoint outside() const { return m_window->geometry().bottomRight() + QPoint(60, 60); }
+
+private slots:
+    void initTestCase()
+    {
+        KResourceScheme::install();
+        QImage picture(40, 40, QImage::Format_ARGB32);
+        picture.fill(kPicture);
+        QVERIFY(picture.save(m_state.folder() + "/p.png"));
+        QVERIFY(KTestAppDir::write(m_state.folder() + "/bad.png", "not a picture"));
+    }
+
+    void init()
+    {
+        m_env.resetHost();
+        setDisplayScale(1.0);
+        setFeatureSupported("SimplifiedUserCenter", true);
+        QCursor::setPos(0, 0);
+        QVERIFY(m_state.set(kPersonal));
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void thumbnail_data()
+    {
+        QTest::addColumn<QByteArray>("state");
+        QTest::addColumn<QString>("expected"); // an image, "" for none
+
+        const QString company = "res:/nimbo/zento_plus.png";
+        QTest::newRow("personal, picture") << kPersonal << "PICTURE";
+        QTest::newRow("personal, no picture") << QByteArray(R"({"IsLogined": true})") << kDefault;
+        QTest::newRow("company, picture")
+            << QByteArray(R"({"IsLogined": true, "IsCompanyAccount": true,
+                              "UserAvatarImagePath": "p.png"})")
+            << company;
+        QTest::newRow("company") << kCompany << company;
+        QTest::newRow("signed out, picture")
+            << QByteArray(R"({"IsLogined": false, "UserAvatarImagePath": "p.png"})") << kDefault;
+        QTest::newRow("picture missing")
+            << QByteArray(R"({"IsLogined": true, "UserAvatarImagePath": "gone.png"})") << "";
+        QTest::newRow("picture unloadable")
+            << QByteArray(R"({"IsLogined": true, "UserAvatarImagePath": "bad.png"})") << "";
+    }
+
+    // The avatar chosen, and drawn only when there is one.
+    void thumbnail()
+    {
+        QFETCH(QByteArray, state);
+        QFETCH(QString, expected);
+
+        QVERIFY(m_state.set(state));
+        KUserCenterMenuButton button(nullptr);
+        button.resize(button.sizeHint());
+        button.updateThumbnail();
+        const QImage wanted(expected == "PICTURE" ? m_state.folder() + "/p.png" : expected);
+        QCOMPARE(button.thumbnail(), wanted);
+        QCOMPARE(paint(&button).pixelColor(9, 14) == Qt::white, wanted.isNull());
+    }
+
+    void avatarPainting_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<qreal>("ratio");
+
+        QTest::newRow("100 %") << 1.0 << 1.0;
+        QTest::newRow("150 %") << 1.5 << 1.0;
+        QTest::newRow("device pixel ratio 2") << 1.0 << 2.0;
+    }
+
+    // In a square of int(16 x scale) at left + 1, vertically centred; round
+    // and smooth-edged; the button sized by the style's metric.
+    void avatarPainting()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(qreal, ratio);
+
+        setDisplayScale(scale);
+        KUserCenterMenuButton button(nullptr);
+        button.setText("Ada");
+        const int text = button.fontMetrics().horizontalAdvance("Ada");
+        QCOMPARE(button.sizeHint(),
+                 QSize(qRound(25 * scale) + qRound(6 * scale) + text, qRound(28 * scale)));
+        button.resize(button.sizeHint());
+        button.updateThumbnail();
+        const QImage image = paint(&button, ratio);
+        const int side = int(16 * scale);
+        const QRectF square(1, (button.height() - side) / 2, side, side);
+        const auto at = [&](qreal x, qreal y) {
+            return image.pixelColor(int(x * ratio), int(y * ratio));
+        };
+        QVERIFY(near(at(square.center().x(), square.center().y()), kPicture));
+        QVERIFY(near(at(square.left() + 1, square.top() + 1), Qt::white));
+        QVERIFY(near(at(square.right() + 1, square.center().y()), Qt::white));
+        QVERIFY(near(at(square.center().x(), square.bottom() + 1), Qt::white));
+        QVERIFY(near(at(square.left() + 0.2, square.center().y()), kPicture, 60));
+        bool blended = false; // some pixel of the rim between picture and white
+        for (qreal x = square.left(); x < square.center().x(); x += 0.5 / ratio) {
+            const QColor c = at(x, square.top() + side / 5.0);
+            blended |= !near(c, Qt::white, 20) && !near(c, kPicture, 20);
+        }
+        QVERIFY(blended);
+    }
+
+    // Hover opens the menu once; it stays while the mouse is over it and
+    // goes once the mouse has left both, through the host's tracking events.
+    void hoverOpensMenu()
+    {
+        makeWindow();
+        QStringList entries;
+        bool stayed = false;
+        const int shown = hoverMenu([&](KPopupWidget* popup) {
+            for (int i = 0; i < popup->entryCount(); ++i)
+                entries << popup->entryAt(i)->text();
+            QCOMPARE(withPopup(m_button, [&] { m_button->onPopupMenu(); }, {}), 0);
+            QCursor::setPos(popup->mapToGlobal(popup->entryRect(0).center()));
+            send(m_button, QEvent::Leave);
+            QTest::qWait(4 * KPopupWidget::TrackInterval);
+            stayed = popup->isVisible();
+            QCursor::setPos(outside());
+            QTRY_VERIFY_WITH_TIMEOUT(!popup->isVisible(), 2000);
+        });
+        QCOMPARE(shown, 1);
+        QCOMPARE(entries, QStringList({"Personal Center", "Enterprise Center"}));
+        QVERIFY(stayed);
+        // Again, but not while another window is the active one.
+        const auto closeSoon = [](KPopupWidget* popup) {
+            QTimer::singleShot(0, popup, &QWidget::hide);
+        };
+        QCOMPARE(hoverMenu(closeSoon), 1);
+        QWidget other;
+        other.show();
+        QApplication::setActiveWindow(&other);
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QCOMPARE(hoverMenu(closeSoon), 0);
+    }
+
+    void trackingEvent_data()
+    {
+        QTest::addColumn<bool>("overButton");
+        QTest::addColumn<bool>("overMenu");
+        QTest::addColumn<bool>("closes");
+
+        QTest::newRow("left both") << false << false << true;
+        QTest::newRow("over the menu") << false << true << false;
+        QTest::newRow("still over the button") << true << false << false;
+    }
+
+    // One event 32770 while the menu is open.
+    void trackingEvent()
+    {
+        QFETCH(bool, overButton);
+        QFETCH(bool, overMenu);
+        QFETCH(bool, closes);
+
+        makeWindow();
+        bool visible = true;
+        hoverMenu([&](KPopupWidget* popup) {
+            if (!overButton)
+                send(m_button, QEvent::Leave);
+            QCursor::setPos(overMenu ? popup->mapToGlobal(QPoint(3, popup->height() - 3))
+                                     : outside());
+            send(m_button, QEvent::Type(KPopupWidget::PopupTrackEvent));
+            visible = popup->isVisible();
+            popup->hide();
+        });
+        QCOMPARE(visible, !closes);
+    }
+
+    // Offline: the veil over the last state, the balloon while the mouse is
+    // over it, no menu; account changes wait; the command loses its detail.
+    void offline()
+    {
+        makeWindow();
+        const QPoint spot(m_button->width() - 3, 2);
+        QCOMPARE(paint(m_button).pixelColor(spot), QColor(Qt::white));
+        setLogoutDuetoOffLine(true);
+        const QImage veiled = paint(m_button);
+        const int grey = qRound(139 * 150 / 255.0 + 105); // rgba(139, 139, 139, 150) on white
+        QVERIFY(near(veiled.pixelColor(spot), QColor(grey, grey, grey), 2));
+        QVERIFY(near(veiled.pixelColor(9, m_button->height() / 2), kPicture));
+
+        send(m_button, QEvent::Enter);
+        QVERIFY(m_button->tip()->isVisible() && !m_button->tip()->hideTimer()->isActive());
+        QCOMPARE(m_button->tip()->text(),
+                 QString("abnormal network status, turn to be offline status"));
+        QCOMPARE(withPopup(m_button,
+                           [&] {
+                               QVERIFY(send(m_button, QEvent::MouseMove));
+                               QCoreApplication::processEvents();
+                           },
+                           {}),
+                 0);
+        send(m_button, QEvent::Leave);
+        QVERIFY(!m_button->tip()->isVisible());
+
+        const QImage avatar = m_button->thumbnail();
+        QVERIFY(m_state.set(R"({"IsLogined": true, "Name": "Bob", "IsCompanyAccount": true})"));
+        QCoreApplication::processEvents();
+        m_command->update();
+        QCOMPARE(m_command->detail(), QString());
+        QVERIFY(m_command->text() == "Ada" && m_command->isVisible());
+        m_command->setText("Changed");
+        QVERIFY(m_button->text() == "Ada" && m_button->thumbnail() == avatar);
+    }
+
+    void clicks_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<bool>("offline");
+
+        for (bool offline : {false, true}) {
+            const QByteArray tag = offline ? ", offline" : "";
+            QTest::newRow("left" + tag) << int(Qt::LeftButton) << offline;
+            QTest::newRow("right" + tag) << int(Qt::RightButton) << offline;
+            QTest::newRow("middle" + tag) << int(Qt::MiddleButton) << offline;
+        }
+    }
+
+    // A left press goes to the account service (entry 4, two empty texts);
+    // other buttons to the base, which leaves them to the parent. No tool
+    // tip, though the command has a detail for one.
+    void clicks()
+    {
+        QFETCH(int, button);
+        QFETCH(bool, offline);
+
+        makeWindow();
+        clearAccountEntryCalls();
+        setLogoutDuetoOffLine(offline);
+        const auto which = Qt::MouseButton(button);
+        QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5),
+                          m_button->mapToGlobal(QPoint(5, 5)), which, which, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_button, &press);
+        const bool left = which == Qt::LeftButton;
+        QCOMPARE(press.isAccepted(), left);
+        const QList<AccountEntryCall> calls = accountEntryCalls();
+        QCOMPARE(calls.size(), int(left));
+        if (left)
+            QVERIFY(calls[0].code == 4 && calls[0].first.isEmpty() && calls[0].second.isEmpty());
+        QVERIFY(!m_button->isDown() && !m_button->popupWidget());
+        QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), m_button->mapToGlobal(QPoint(5, 5)));
+        QVERIFY(QCoreApplication::sendEvent(m_button, &help) && !QToolTip::isVisible());
+    }
+
+    void keyboard_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("shown");
+
+        QTest::newRow("space") << int(Qt::Key_Space) << 1;
+        QTest::newRow("return") << int(Qt::Key_Return) << 1;
+        QTest::newRow("enter") << int(Qt::Key_Enter) << 1;
+        QTest::newRow("a letter") << int(Qt::Key_A) << 0;
+    }
+
+    // Tab reaches the button; Space and Enter open the menu, whose entries
+    // the arrows and Enter reach.
+    void keyboard()
+    {
+        QFETCH(int, key);
+        QFETCH(int, shown);
+
+        makeWindow();
+        auto* edit = new QWidget(m_window.get());
+        edit->setFocusPolicy(Qt::StrongFocus);
+        m_window->setCentralWidget(edit);
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_Tab);
+        QVERIFY(m_button->hasFocus());
+        const auto press = [&] {
+            QTest::keyClick(m_button, Qt::Key(key));
+            QCoreApplication::processEvents();
+        };
+        QCOMPARE(withPopup(m_button, press,
+                           [&](KPopupWidget*) {
+                               for (Qt::Key next : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+                                   QTest::keyClick(m_button, next);
+                           }),
+                 shown);
+        QCOMPARE(executedCommands(), shown ? QStringList("OpenEnterpriseCenter") : QStringList());
+    }
+
+    void visibility_data()
+    {
+        QTest::addColumn<QByteArray>("state");
+        QTest::addColumn<bool>("simplified");
+        QTest::addColumn<bool>("embedding");
+        QTest::addColumn<bool>("visible");
+        QTest::addColumn<QString>("accessible");
+
+        const QByteArray out = R"({"IsLogined": false, "Name": "Ada", "IsCompanyAccount": true})";
+        QTest::newRow("personal, simplified centre") << kPersonal << true << false << true << "Ada";
+        QTest::newRow("personal, no simplified centre")
+            << kPersonal << false << false << false << "";
+        QTest::newRow("company, no simplified centre")
+            << kCompany << false << false << true << "Ada";
+        QTest::newRow("no name") << QByteArray(R"({"IsLogined": true})") << true << false << true
+                                 << "User centre";
+        QTest::newRow("signed out") << out << true << false << false << "";
+        QTest::newRow("embedding window") << kCompany << true << true << false << "";
+    }
+
+    // Shown exactly to a signed-in user of a product with a centre for the
+    // account, outside embedding windows; named by the user's name.
+    void visibility()
+    {
+        QFETCH(QByteArray, state);
+        QFETCH(bool, simplified);
+        QFETCH(bool, embedding);
+        QFETCH(bool, visible);
+        QFETCH(QString, accessible);
+
+        QVERIFY(m_state.set(state));
+        setFeatureSupported("SimplifiedUserCenter", simplified);
+        KMainWindow window;
+        window.setEmbedding(embedding);
+        KUserCenterMenuCommand command(&window, &window);
+        QVERIFY(!command.icon().isNull());
+        command.setVisible(!visible);
+        command.update();
+        QCOMPARE(command.isVisible(), visible);
+        if (!visible)
+            return;
+        QCOMPARE(command.detail(), QString("You have signed in Zento Office."));
+        std::unique_ptr<QWidget> button(command.createPocketWidget(nullptr));
+        QCOMPARE(QAccessible::queryAccessibleInterface(button.get())->text(QAccessible::Name),
+                 accessible);
+    }
+
+    // Account changes reach the button queued, and through it the command;
+    // sync errors show in its balloon, the cloud process's do not.
+    void followsAccount()
+    {
+        makeWindow();
+        QVERIFY(m_state.set(R"({"IsLogined": true, "Name": "Bob", "IsCompanyAccount": true,
+                                "emit": ["failedToLaunchCloudsvrProcess"]})"));
+        QTRY_COMPARE(m_button->text(), QString("Bob"));
+        QCOMPARE(m_button->thumbnail(), QImage("res:/nimbo/zento_plus.png"));
+        QVERIFY(!m_button->tip()->isVisible());
+        QVERIFY(m_state.set(
+            R"({"IsLogined": true, "Name": "Bob", "emit": ["occurRpcErrorsWhenGetUserInf"]})"));
+        QVERIFY(m_button->tip()->isVisible() && m_button->tip()->hideTimer()->isActive());
+        QVERIFY(m_state.set(R"({"IsLogined": false})"));
+        QTRY_VERIFY(!m_command->isVisible() && m_button->isHidden());
+    }
+
+    // Without a client object the command hides; the default avatar shows.
+    void withoutClient()
+    {
+        const KTestAppDir app(m_env.rootPath());
+        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+        QVERIFY(app.installExecutable(self));
+        QCOMPARE(app.run(self, {"--probe"}).out.trimmed(), QString("0 1"));
+    }
+};
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "--probe") == 0)
+        return probe();
+    TestUserCenterButton test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_usercenterbutton.moc"
