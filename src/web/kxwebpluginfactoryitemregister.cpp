@@ -11,11 +11,15 @@ QList<IKxWebPluginFactoryItem*>& getWebPluginFactoryItems()
 KxWebPluginFactoryItemRegister::KxWebPluginFactoryItemRegister(IKxWebPluginFactoryItem* item)
     : m_item(item)
 {
-    getWebPluginFactoryItems().append(item);
+    // A null item would only make every later plugins() call crash.
+    if (item)
+        getWebPluginFactoryItems().append(item);
 }
 
 KxWebPluginFactoryItemRegister::~KxWebPluginFactoryItemRegister()
 {
+    if (!m_item)
+        return;
     getWebPluginFactoryItems().removeOne(m_item);
     delete m_item;
 }

@@ -13,7 +13,7 @@ QList<IKxWebPluginFactoryItem*>& getWebPluginFactoryItems();
 // Registers one item for as long as it lives: meant to be a static object
 // beside the item's definition. Destroying it takes that one entry out of
 // the list (the first occurrence, should the item be there twice) and
-// deletes the item.
+// deletes the item. A register of no item (null) registers nothing.
 class KxWebPluginFactoryItemRegister
 {
 public:
