@@ -147,8 +147,15 @@ void KxWebDlg::resize(int contentWidth, int contentHeight)
     const QMargins margins = contentsMargins();
     const int horizontal = margins.left() + margins.right();
     const int vertical = margins.top() + margins.bottom();
-    const int width = boundedLength(contentWidth, horizontal) + horizontal;
-    const int height = boundedLength(contentHeight, vertical) + vertical;
+    const QSize content(boundedLength(contentWidth, horizontal),
+                        boundedLength(contentHeight, vertical));
+    const int width = content.width() + horizontal;
+    const int height = content.height() + vertical;
+    // A hidden dialog lays nothing out, so the page would load at the
+    // view's first size and be laid out again when the dialog shows: give
+    // the page the size it will have.
+    if (!isVisible())
+        m_webView->page()->setViewportSize(content);
     const QRect old = geometry();
     // Not placed yet: the window system centres it when it shows.
     if (old.topLeft() == QPoint(0, 0)) {

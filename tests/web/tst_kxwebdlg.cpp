@@ -294,6 +294,33 @@ private slots:
         });
     }
 
+    // A page loads before the dialog shows, at the size it will be shown at.
+    void sizeWhileLoading_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("size");
+
+        QTest::newRow("default") << ""
+                                 << "600x300";
+        QTest::newRow("resized by the page") << "zentoctx.resize(400, 200);"
+                                             << "400x200";
+    }
+
+    void sizeWhileLoading()
+    {
+        QFETCH(QString, script);
+        QFETCH(QString, size);
+
+        KTestHttpServer server;
+        QVERIFY(server.listen());
+        server.addPage("/page", "<script>" + script.toUtf8() +
+                                    "document.title = innerWidth + 'x' + innerHeight;</script>");
+        KxWebDlg dialog(server.url("/page"));
+        QString title;
+        execShown(dialog, [&] { title = dialog.windowTitle(); });
+        QCOMPARE(title, size);
+    }
+
     // Sizes no widget can have are kept within what one can (and the sums
     // with the margins do not overflow).
     void extremeSizes()
