@@ -13,6 +13,7 @@ packages=(
     libbenchmark-dev
     clang libclang-rt-14-dev clang-format clang-tidy
     xvfb xauth
+    fonts-wqy-microhei
 )
 
 missing=()
