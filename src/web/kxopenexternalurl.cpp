@@ -17,14 +17,20 @@ bool kxIsExternalUrlAllowed(const QUrl& url)
            !url.host().isEmpty();
 }
 
+bool kxCheckExternalUrl(const QUrl& url)
+{
+    if (kxIsExternalUrlAllowed(url))
+        return true;
+    qWarning("Refused to open \"%s\": only http, https and mailto addresses are handed to the "
+             "system",
+             qUtf8Printable(url.toDisplayString()));
+    return false;
+}
+
 bool kxOpenExternalUrl(const QUrl& url)
 {
-    if (!kxIsExternalUrlAllowed(url)) {
-        qWarning("Refused to open \"%s\": only http, https and mailto addresses are handed to "
-                 "the system",
-                 qUtf8Printable(url.toDisplayString()));
+    if (!kxCheckExternalUrl(url))
         return false;
-    }
     qCDebug(lcAuthWeb, "opening %s", qUtf8Printable(url.toDisplayString()));
     return QDesktopServices::openUrl(url);
 }

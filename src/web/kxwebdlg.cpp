@@ -289,13 +289,10 @@ void KxWebDlg::login(const QString& onSuccess)
 
 void KxWebDlg::openAutoLoginUrl(const QString& url)
 {
-    if (!kxIsExternalUrlAllowed(QUrl(url, QUrl::TolerantMode))) {
-        qWarning("Refused to open \"%s\": only http, https and mailto addresses are handed to "
-                 "the system",
-                 qUtf8Printable(url));
-        return;
-    }
-    kxOpenAutoLoginUrl(url);
+    // The cloud client wraps the address; what it wraps must be one the
+    // system may open.
+    if (kxCheckExternalUrl(QUrl(url, QUrl::TolerantMode)))
+        kxOpenAutoLoginUrl(url);
 }
 
 bool KxWebDlg::isLogined()
