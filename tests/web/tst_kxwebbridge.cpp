@@ -15,7 +15,6 @@
 #include <deskhive/nimboclient.h>
 #include <vex/kxsettings.h>
 #include <vexlite/hostcontrol.h>
-#include <vexlite/ikauthorizationhandler.h>
 #include <vexlite/khksoftwaresettings.h>
 
 #include <QUrlQuery>
@@ -29,23 +28,6 @@ namespace {
 const QByteArray kProbe = "<html><head><script>document.title = typeof zentoctx;</script>"
                           "</head><body>probe</body></html>";
 
-// Answers "Product/..." keys with the name after the group.
-class ProductHandler : public IKAuthorizationHandler
-{
-public:
-    QVariant getInfo(const QString& key) override
-    {
-        return key.startsWith("Product/") ? QVariant(key.mid(8)) : QVariant();
-    }
-    bool prehook(const QString&, bool, void*) override { return true; }
-    bool prehook(const QString&, void*, void*) override { return true; }
-    QVariant productInfo(const QString&, const QString&, const QString&) override { return {}; }
-    QVariant authInfo(const QString&, const QString&, const QString&) override { return {}; }
-    QVariant serverInfo(const QString&, const QString&, const QString&) override { return {}; }
-    QVariant defaultInfo(const QString&, const QString&, const QString&) override { return {}; }
-    void insertStaticInfo(const QString&, const QVariant&) override {}
-};
-
 } // namespace
 
 class TestKxWebBridge : public QObject
@@ -54,7 +36,6 @@ class TestKxWebBridge : public QObject
 
     KTestEnvironment m_env;
     KTestHttpServer m_server;
-    ProductHandler m_handler;
 
     // Opens a dialog on the server's probe page and runs script in it.
     QVariant inPage(const QString& script)
@@ -80,7 +61,6 @@ private slots:
         krt::hostcontrol::setVersion("12.1.0.17890");
         krt::hostcontrol::setDistributionChannel("mc-test");
         krt::hostcontrol::setHardwareId("hd-42");
-        krt::hostcontrol::setHandler(&m_handler);
         INimboClient* client = KDeskhiveLib::instance()->nimboClientInstance();
         QVERIFY2(client, "the cloud simulator is not beside the suite");
         client->logout();
@@ -148,10 +128,6 @@ private slots:
         QTest::newRow("lang") << "zentoctx.lang()" << QVariant("en-US");
         QTest::newRow("version") << "zentoctx.version()" << QVariant("12.1.0.17890");
         QTest::newRow("hdid") << "zentoctx.hdid()" << QVariant("hd-42");
-        QTest::newRow("readProductConfig")
-            << "zentoctx.readProductConfig('Product/HomePage')" << QVariant("HomePage");
-        QTest::newRow("readProductConfig, unknown")
-            << "zentoctx.readProductConfig('Server/None')" << QVariant("");
         QTest::newRow("isFileExist")
             << "zentoctx.isFileExist('" + existing + "')" << QVariant(true);
         QTest::newRow("isFileExist, missing")
