@@ -294,22 +294,27 @@ private slots:
         });
     }
 
-    // A page loads before the dialog shows, at the size it will be shown at.
+    // A page loads before the dialog shows, at the size it will be shown at;
+    // its resize() before the dialog is placed only fixes the size.
     void sizeWhileLoading_data()
     {
         QTest::addColumn<QString>("script");
-        QTest::addColumn<QString>("size");
+        QTest::addColumn<QString>("pageSize");
+        QTest::addColumn<QSize>("dialogSize");
 
         QTest::newRow("default") << ""
-                                 << "600x300";
-        QTest::newRow("resized by the page") << "zentoctx.resize(400, 200);"
-                                             << "400x200";
+                                 << "600x300" << QSize(602, 341);
+        QTest::newRow("600 x 300") << "zentoctx.resize(600, 300);"
+                                   << "600x300" << QSize(602, 341);
+        QTest::newRow("400 x 200") << "zentoctx.resize(400, 200);"
+                                   << "400x200" << QSize(402, 241);
     }
 
     void sizeWhileLoading()
     {
         QFETCH(QString, script);
-        QFETCH(QString, size);
+        QFETCH(QString, pageSize);
+        QFETCH(QSize, dialogSize);
 
         KTestHttpServer server;
         QVERIFY(server.listen());
@@ -317,8 +322,14 @@ private slots:
                                     "document.title = innerWidth + 'x' + innerHeight;</script>");
         KxWebDlg dialog(server.url("/page"));
         QString title;
-        execShown(dialog, [&] { title = dialog.windowTitle(); });
-        QCOMPARE(title, size);
+        QSize size;
+        execShown(dialog, [&] {
+            title = dialog.windowTitle();
+            size = dialog.size();
+        });
+        QCOMPARE(title, pageSize);
+        QCOMPARE(size, dialogSize);
+        QCOMPARE(dialog.minimumSize(), dialogSize);
     }
 
     // Sizes no widget can have are kept within what one can (and the sums
