@@ -1,9 +1,14 @@
 // The main of every benchmark: the helpers and the stand-in host expect an
-// application object, as they have one in the suite.
+// application object, as they have one in the suite; benchmarks that show
+// widgets get a QApplication (built with AUTH_BENCH_WIDGETS).
 
 #include "kratioreporter.h"
 
+#ifdef AUTH_BENCH_WIDGETS
+#include <QApplication>
+#else
 #include <QCoreApplication>
+#endif
 
 #include <benchmark/benchmark.h>
 
@@ -11,7 +16,11 @@
 
 int main(int argc, char** argv)
 {
+#ifdef AUTH_BENCH_WIDGETS
+    QApplication app(argc, argv);
+#else
     QCoreApplication app(argc, argv);
+#endif
 
     // The machines are shared and noisy: every benchmark runs five times,
     // interleaved at random with the others, and ratios compare medians.

@@ -27,8 +27,10 @@ std::string timeText(double seconds)
     char text[32];
     if (seconds < 1e-6)
         std::snprintf(text, sizeof text, "%.1f ns", seconds * 1e9);
-    else
+    else if (seconds < 1e-3)
         std::snprintf(text, sizeof text, "%.2f us", seconds * 1e6);
+    else
+        std::snprintf(text, sizeof text, "%.2f ms", seconds * 1e3);
     return text;
 }
 
@@ -49,9 +51,14 @@ void KRatioReporter::ReportRuns(const std::vector<Run>& runs)
 {
     for (const Run& run : runs) {
         const bool repeated = run.repetitions > 1;
+        // Benchmarks timed by the wall clock (UseRealTime, UseManualTime:
+        // their names end in "/real_time" or "/manual_time") wait for events
+        // rather than compute; their real time is what they measure.
+        const bool wallClock = !run.run_name.time_type.empty();
         if (run.run_type == Run::RT_Iteration && !run.error_occurred)
-            m_times[run.run_name.str()].push_back(run.GetAdjustedCPUTime() /
-                                                  benchmark::GetTimeUnitMultiplier(run.time_unit));
+            m_times[run.run_name.str()].push_back(
+                (wallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime()) /
+                benchmark::GetTimeUnitMultiplier(run.time_unit));
         // Five rows per benchmark bury the table; the aggregates sum them up.
         if (!repeated || run.run_type == Run::RT_Aggregate || run.error_occurred)
             m_shown.push_back(run);
@@ -84,7 +91,8 @@ void KRatioReporter::Finalize()
         const double time = median(measured->second);
         const double baseTime = median(base->second);
         if (!header) {
-            GetOutputStream() << "\nCPU time against the baseline (medians of "
+            GetOutputStream() << "\nCPU time (wall-clock time for .../real_time and "
+                                 ".../manual_time) against the baseline (medians of "
                               << measured->second.size() << " runs):\n";
             header = true;
         }

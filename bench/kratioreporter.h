@@ -11,7 +11,8 @@
 // On a shared machine a time alone says little; a time against a baseline
 // measured in the same run says more. This reporter prints the console
 // table, then each quoted benchmark's CPU time as a multiple of its
-// baseline's. With repetitions it compares the medians and shows the
+// baseline's (the wall-clock time for benchmarks that use real or manual
+// time). With repetitions it compares the medians and shows the
 // aggregates alone. The table comes at the end of the run.
 class KRatioReporter : public benchmark::ConsoleReporter
 {

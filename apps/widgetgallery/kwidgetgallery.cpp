@@ -1,10 +1,13 @@
 #include "kwidgetgallery.h"
 
+#include "kwebdialogscenes.h"
+
 #include <kxclickablelabel.h>
 #include <kxcustombutton.h>
 #include <kxcustomline.h>
 #include <kxnimbocustomframedlg.h>
 #include <kxnimbopixmapbutton.h>
+#include <kxwebdlg.h>
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -103,6 +106,8 @@ KWidgetGallery::KWidgetGallery(QWidget* parent)
 
     KxCustomButton* open = button(tr("Open the frame dialog"));
     connect(open, SIGNAL(clicked()), this, SLOT(openFrameDialog()));
+    KxCustomButton* openWeb = button(tr("Open the web dialog"));
+    connect(openWeb, SIGNAL(clicked()), this, SLOT(openWebDialog()));
 
     QFormLayout* form = new QFormLayout;
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -117,7 +122,7 @@ KWidgetGallery::KWidgetGallery(QWidget* parent)
     form->addRow(QStringLiteral("KxNimboPixmapButton"),
                  row({strip, new QLabel(states[0] + QStringLiteral(" \u00b7 ") + states[1] +
                                         QStringLiteral(" \u00b7 ") + states[2])}));
-    form->addRow(QString(), row({open}));
+    form->addRow(QString(), row({open, openWeb}));
 
     QVBoxLayout* layout = new QVBoxLayout(this);
     layout->addLayout(form);
@@ -151,6 +156,13 @@ void KWidgetGallery::countClick()
 void KWidgetGallery::openFrameDialog()
 {
     KxNimboCustomFrameDlg* dialog = createFrameDialog(this);
+    dialog->exec();
+    delete dialog;
+}
+
+void KWidgetGallery::openWebDialog()
+{
+    KxWebDlg* dialog = KWebDialogScenes::createServiceDialog(this);
     dialog->exec();
     delete dialog;
 }

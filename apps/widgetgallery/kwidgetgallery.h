@@ -6,8 +6,8 @@
 class QLabel;
 class KxNimboCustomFrameDlg;
 
-// Every painted widget of the plug-in in its states, side by side, and a
-// button that opens the frame dialog. States the mouse would bring about
+// Every painted widget of the plug-in in its states, side by side, and
+// buttons that open the frame dialog and the web dialog. States the mouse would bring about
 // (under the mouse, pressed) are shown on instances set into them, so a
 // screenshot shows them too.
 class KWidgetGallery : public QWidget
@@ -24,6 +24,7 @@ public:
 private slots:
     void countClick();
     void openFrameDialog();
+    void openWebDialog();
 
 private:
     QLabel* m_clickCount;

@@ -1,9 +1,11 @@
-// widgetgallery: the plug-in's painted widgets and its frame dialog, on the
-// stand-in host. With --screenshots DIR it renders them into PNG files at
-// 100 % and 200 % (device pixel ratio 1 and 2) and exits; that works without
+// widgetgallery: the plug-in's painted widgets, its frame dialog and its web
+// dialog, on the stand-in host. With --screenshots DIR it renders them into
+// PNG files (the widgets at 100 % and 200 %, device pixel ratio 1 and 2; the
+// web dialog at 100 % in English and Chinese) and exits; that works without
 // a display. --scale sets the host's display scale, with which the widgets'
 // own sizes grow (a desktop enlarged through its DPI setting).
 
+#include "kwebdialogscenes.h"
 #include "kwidgetgallery.h"
 
 #include <kxnimbocustomframedlg.h>
@@ -66,6 +68,7 @@ int writeScreenshots(const QString& dir, QTextStream& err)
         ok &= saveShot(dialog.get(), ratio,
                        out.filePath(QStringLiteral("framedlg-%1.png").arg(suffix)), err);
     }
+    ok &= KWebDialogScenes::writeScreenshots(dir, err);
     return ok ? 0 : 1;
 }
 

@@ -75,9 +75,9 @@ void KxNimboCustomFrameDlgTitle::paintEvent(QPaintEvent* /*event*/)
     cutRectLeft(textRect, qRound(KZentoStyle::dpiScaled(kTextIndent)));
 
     QFont font = this->font();
-    // Three quarters of half the height, the half rounded down first.
-    const int half = height() / 2;
-    font.setPixelSize(int(half * 0.75));
+    // Half the bar in whole pixels, then three quarters of that: 15 for 40.
+    const int halfHeight = height() / 2;
+    font.setPixelSize(int(halfHeight * 0.75));
     painter.setFont(font);
     painter.setPen(Qt::white);
     const QString title = parentWidget() ? parentWidget()->windowTitle() : QString();

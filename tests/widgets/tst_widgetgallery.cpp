@@ -1,5 +1,6 @@
 // The gallery's screenshot mode: it writes every picture at 100 % and at
-// 200 % (the same layout at twice the pixels) and exits, without a display.
+// 200 % (the same layout at twice the pixels), and the web dialog in English
+// and Chinese, and exits, without a display.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
@@ -39,6 +40,18 @@ private slots:
             QCOMPARE(dialog.pixelColor(QPoint(0, 150) * scale).name() +
                          dialog.pixelColor(QPoint(300, 20) * scale).name(),
                      QString("#b2b4bc#6c7079"));
+        }
+
+        // The web dialog, its page loaded, in both languages.
+        QList<QImage> pages;
+        for (const char* name : {"service-en", "service-zh_CN", "offline-en", "offline-zh_CN"}) {
+            const QImage page(QString("%1/webdlg-%2.png").arg(dir, name));
+            QCOMPARE(page.size(), QSize(602, 341));
+            QCOMPARE(page.pixelColor(300, 20), QColor("#6C7079"));
+            QCOMPARE(page.pixelColor(0, 200), QColor("#B2B4BC"));
+            QCOMPARE(page.pixelColor(590, 330), QColor(Qt::white));
+            QVERIFY2(!pages.contains(page), name);
+            pages << page;
         }
     }
 

@@ -21,8 +21,25 @@ namespace i18n {
 // while the host runs.
 VEXLITE_EXPORT QLocale uiLocale();
 
-} // namespace i18n
+// The user interface language in one of these formats (the host keeps it
+// as "zh_CN"):
+//   0  the host's own code, language and country joined by "_": "zh_CN"
+//   1  as web pages and their addresses expect it, joined by "-": "zh-CN"
+//   2  the language alone, lower case: "zh"
+// Any other format gives format 0.
+VEXLITE_EXPORT QString language(int format = 0);
 
+// The copy of fileName for a user interface language: dir holds one folder
+// per language code ("zh_CN", "en_US") and a "default" folder. Looks in the
+// folder of the language (the interface language when language is empty),
+// then of the language alone ("zh"), then in "default"; the first file that
+// exists wins. dir may be a resource path (":/...") and may use "\" or "/",
+// with or without a separator at its end; the answer keeps dir as given and
+// joins with dir's separator. Empty when no folder has the file.
+VEXLITE_EXPORT QString getMuiFile(const QString& dir, const QString& fileName,
+                                  const QString& language = QString());
+
+} // namespace i18n
 } // namespace krt
 
 #endif // VEXLITE_KRTI18N_H

@@ -1,0 +1,107 @@
+#include "kwebdialogscenes.h"
+
+#include <kxwebdlg.h>
+#include <kxwebresources.h>
+
+#include <vexlite/hostcontrol.h>
+
+#include <QDir>
+#include <QEvent>
+#include <QImage>
+#include <QTcpServer>
+#include <QTextStream>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+// An address nothing answers: a port that was free a moment ago.
+QUrl unreachableUrl()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return QUrl(QStringLiteral("http://127.0.0.1:%1/service").arg(server.serverPort()));
+}
+
+// Runs whenShown once the dialog is on screen (after its page loaded),
+// inside its modal run, then closes it.
+class ShownHook : public QObject
+{
+public:
+    ShownHook(KxWebDlg* dialog, std::function<void()> whenShown)
+        : m_dialog(dialog)
+        , m_whenShown(std::move(whenShown))
+    {
+        dialog->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && !m_done) {
+            m_done = true;
+            QTimer::singleShot(0, this, [this] {
+                m_whenShown();
+                m_dialog->accept();
+            });
+        }
+        return false;
+    }
+
+private:
+    KxWebDlg* m_dialog;
+    std::function<void()> m_whenShown;
+    bool m_done = false;
+};
+
+bool shoot(KxWebDlg* dialog, const QString& path, QTextStream& err)
+{
+    bool saved = false;
+    ShownHook hook(dialog, [&] {
+        QImage image(dialog->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        dialog->render(&image);
+        saved = image.save(path);
+    });
+    dialog->exec();
+    if (!saved)
+        err << "widgetgallery: cannot write " << path << '\n';
+    return saved;
+}
+
+} // namespace
+
+namespace KWebDialogScenes {
+
+KxWebDlg* createServiceDialog(QWidget* parent)
+{
+    return new KxWebDlg(QUrl(QStringLiteral("qrc:/gallery/service.html")), parent,
+                        QUrl(kxGetWebResMuiFile(QStringLiteral("offline.html"))));
+}
+
+KxWebDlg* createOfflineDialog(QWidget* parent)
+{
+    return new KxWebDlg(unreachableUrl(), parent,
+                        QUrl(kxGetWebResMuiFile(QStringLiteral("offline.html"))));
+}
+
+bool writeScreenshots(const QString& dir, QTextStream& err)
+{
+    const QString language = krt::hostcontrol::language();
+    bool ok = true;
+    for (const char* code : {"en_US", "zh_CN"}) {
+        krt::hostcontrol::setLanguage(QLatin1String(code));
+        const QString suffix = code[0] == 'e' ? QStringLiteral("en") : QStringLiteral("zh_CN");
+        const std::unique_ptr<KxWebDlg> service(createServiceDialog(nullptr));
+        ok &= shoot(service.get(),
+                    QDir(dir).filePath(QStringLiteral("webdlg-service-%1.png").arg(suffix)), err);
+        const std::unique_ptr<KxWebDlg> offline(createOfflineDialog(nullptr));
+        ok &= shoot(offline.get(),
+                    QDir(dir).filePath(QStringLiteral("webdlg-offline-%1.png").arg(suffix)), err);
+    }
+    krt::hostcontrol::setLanguage(language);
+    return ok;
+}
+
+} // namespace KWebDialogScenes

@@ -1,0 +1,26 @@
+#ifndef KWEBDIALOGSCENES_H
+#define KWEBDIALOGSCENES_H
+
+#include <QString>
+
+class KxWebDlg;
+class QTextStream;
+class QWidget;
+
+// The web dialog as the suite shows it: with a page of the cloud service (a
+// stand-in page compiled into the gallery) and with the library's offline
+// page after the service could not be reached.
+namespace KWebDialogScenes {
+
+// Owned by the caller.
+KxWebDlg* createServiceDialog(QWidget* parent);
+KxWebDlg* createOfflineDialog(QWidget* parent);
+
+// Writes webdlg-service-<lang>.png and webdlg-offline-<lang>.png into dir at
+// 100 %, for English ("en") and Chinese ("zh_CN"). False when a picture
+// could not be written.
+bool writeScreenshots(const QString& dir, QTextStream& err);
+
+} // namespace KWebDialogScenes
+
+#endif // KWEBDIALOGSCENES_H

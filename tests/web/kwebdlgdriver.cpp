@@ -1,0 +1,105 @@
+#include "kwebdlgdriver.h"
+
+#include <kxauthwebview.h>
+#include <kxwebdlg.h>
+
+#include <QDesktopServices>
+#include <QTimer>
+#include <QWebElement>
+#include <QWebFrame>
+#include <QtTest>
+
+namespace AuthTest {
+
+namespace {
+
+class ShowWatcher : public QObject
+{
+public:
+    ShowWatcher(KxWebDlg& dialog, const std::function<void()>& whenShown, int closeWith)
+        : m_dialog(dialog)
+        , m_whenShown(whenShown)
+        , m_closeWith(closeWith)
+    {
+        dialog.installEventFilter(this);
+    }
+
+    int shows = 0;
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && ++shows == 1)
+            QTimer::singleShot(0, this, [this] { run(); });
+        return false;
+    }
+
+private:
+    void run()
+    {
+        if (m_whenShown)
+            m_whenShown();
+        if (m_dialog.isVisible())
+            m_dialog.done(m_closeWith);
+    }
+
+    KxWebDlg& m_dialog;
+    std::function<void()> m_whenShown;
+    int m_closeWith;
+};
+
+} // namespace
+
+KExecRecord execShown(KxWebDlg& dialog, const std::function<void()>& whenShown, int closeWith)
+{
+    ShowWatcher watcher(dialog, whenShown, closeWith);
+    KExecRecord record;
+    record.result = dialog.exec();
+    record.shows = watcher.shows;
+    dialog.removeEventFilter(&watcher);
+    return record;
+}
+
+KxAuthWebView* webView(KxWebDlg& dialog)
+{
+    return dialog.findChild<KxAuthWebView*>();
+}
+
+QWebFrame* mainFrame(KxWebDlg& dialog)
+{
+    return webView(dialog)->page()->mainFrame();
+}
+
+QVariant js(KxWebDlg& dialog, const QString& script)
+{
+    return mainFrame(dialog)->evaluateJavaScript(script);
+}
+
+bool clickElement(KxWebDlg& dialog, const QString& selector)
+{
+    const QWebElement element = mainFrame(dialog)->findFirstElement(selector);
+    if (element.isNull() || element.geometry().isEmpty())
+        return false;
+    QTest::mouseClick(webView(dialog), Qt::LeftButton, Qt::NoModifier, element.geometry().center());
+    return true;
+}
+
+KUrlCatcher::KUrlCatcher()
+    : m_schemes{"http", "https", "mailto", "file",  "ftp", "javascript",
+                "data", "zento", "qrc",    "about", ""}
+{
+    for (const QString& scheme : qAsConst(m_schemes))
+        QDesktopServices::setUrlHandler(scheme, this, "open");
+}
+
+KUrlCatcher::~KUrlCatcher()
+{
+    for (const QString& scheme : qAsConst(m_schemes))
+        QDesktopServices::unsetUrlHandler(scheme);
+}
+
+void KUrlCatcher::open(const QUrl& url)
+{
+    urls.append(url);
+}
+
+} // namespace AuthTest

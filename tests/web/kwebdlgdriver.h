@@ -1,0 +1,62 @@
+#ifndef KWEBDLGDRIVER_H
+#define KWEBDLGDRIVER_H
+
+#include <QList>
+#include <QObject>
+#include <QStringList>
+#include <QUrl>
+#include <QVariant>
+
+#include <functional>
+
+class KxWebDlg;
+class KxAuthWebView;
+class QWebFrame;
+
+namespace AuthTest {
+
+// What one exec() of a web dialog did.
+struct KExecRecord
+{
+    int result = -1;
+    int shows = 0; // Show events during the run
+};
+
+// exec() blocks, so the test runs inside it: whenShown is called once the
+// dialog is visible (queued after its first Show event, inside the modal
+// run). If the dialog is still open afterwards it is closed with
+// done(closeWith). Checks in whenShown record their failure and return;
+// the dialog is closed all the same.
+KExecRecord execShown(KxWebDlg& dialog, const std::function<void()>& whenShown = {},
+                      int closeWith = 1);
+
+KxAuthWebView* webView(KxWebDlg& dialog);
+QWebFrame* mainFrame(KxWebDlg& dialog);
+// Runs script in the dialog's page.
+QVariant js(KxWebDlg& dialog, const QString& script);
+// Clicks the centre of the page's first element matching selector.
+bool clickElement(KxWebDlg& dialog, const QString& selector);
+
+// Catches what QDesktopServices::openUrl hands to the system, for every
+// scheme the web code might hand over, while it lives: nothing in a test
+// run opens a real browser or program.
+class KUrlCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    KUrlCatcher();
+    ~KUrlCatcher() override;
+
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl& url);
+
+private:
+    QStringList m_schemes;
+};
+
+} // namespace AuthTest
+
+#endif // KWEBDLGDRIVER_H

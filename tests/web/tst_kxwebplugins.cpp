@@ -1,0 +1,286 @@
+// The web plug-in registry and factory, the view's mime-type set, and the
+// pages that decide about new windows. The mime-type set is filled once per
+// process, so the two functions that look at it come first.
+
+#include "kwarningcatcher.h"
+#include "kwebdlgdriver.h"
+
+#include <ikxwebpluginfactoryitem.h>
+#include <kxauthwebpage.h>
+#include <kxauthwebview.h>
+#include <kxpopupwebpage.h>
+#include <kxwebdlg.h>
+#include <kxwebpluginfactory.h>
+#include <kxwebpluginfactoryitemregister.h>
+
+#include <QNetworkRequest>
+#include <QWebElement>
+#include <QWebFrame>
+#include <QWebSettings>
+#include <QtTest>
+
+#include <memory>
+#include <vector>
+
+using namespace AuthTest;
+
+namespace {
+
+// What the items were asked to create: "item mimeType url name=value ...".
+QStringList g_created;
+
+class TestItem : public IKxWebPluginFactoryItem
+{
+public:
+    // "name:type,type"
+    explicit TestItem(const QString& spec)
+        : m_name(spec.section(':', 0, 0))
+        , m_types(spec.section(':', 1).split(',', Qt::SkipEmptyParts))
+    {}
+
+    QObject* create(const QString& mimeType, const QUrl& url, const QStringList& argumentNames,
+                    const QStringList& argumentValues) override
+    {
+        QStringList call{m_name, mimeType, url.toString()};
+        for (int i = 0; i < argumentNames.size(); ++i)
+            call << argumentNames.at(i) + "=" + argumentValues.value(i);
+        g_created << call.join(' ');
+        return new QWidget;
+    }
+
+    QWebPluginFactory::Plugin plugin() override
+    {
+        QWebPluginFactory::Plugin plugin;
+        plugin.name = m_name;
+        for (const QString& type : qAsConst(m_types))
+            plugin.mimeTypes.append({type, "a test type", {"zt"}});
+        return plugin;
+    }
+
+private:
+    QString m_name;
+    QStringList m_types;
+};
+
+using Registers = std::vector<std::unique_ptr<KxWebPluginFactoryItemRegister>>;
+
+Registers registerItems(const QStringList& specs)
+{
+    Registers registers;
+    for (const QString& spec : specs)
+        registers.push_back(std::make_unique<KxWebPluginFactoryItemRegister>(new TestItem(spec)));
+    return registers;
+}
+
+class PopupProbe : public KxPopupWebPage
+{
+public:
+    using KxPopupWebPage::acceptNavigationRequest;
+};
+
+class PageProbe : public KxAuthWebPage
+{
+public:
+    using KxAuthWebPage::createWindow;
+};
+
+} // namespace
+
+class TestKxWebPlugins : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { g_created.clear(); }
+
+    void emptyRegistry()
+    {
+        const KxWebPluginFactory factory;
+        QVERIFY(factory.plugins().isEmpty());
+        QVERIFY(!factory.create("text/x-any", QUrl(), {}, {}));
+        QVERIFY(KxAuthWebView::availableMimeTypes().isEmpty());
+        QVERIFY(!KxAuthWebView::isMimeTypeAvailable("text/x-any"));
+        // Asked again once something is registered.
+        const Registers registers = registerItems({"a:text/x-a"});
+        QVERIFY(KxAuthWebView::isMimeTypeAvailable("text/x-a"));
+    }
+
+    // Collected once, lower case, each type once; later items never join
+    // and unregistered ones never leave.
+    void mimeTypesCollectedOnce()
+    {
+        {
+            const Registers late = registerItems({"b:Text/X-Late,text/x-b", "c:TEXT/X-B"});
+            QVERIFY(!KxAuthWebView::isMimeTypeAvailable("text/x-late"));
+        }
+        QStringList types = KxAuthWebView::availableMimeTypes();
+        types.sort();
+        QCOMPARE(types, QStringList{"text/x-a"});
+        QVERIFY(KxAuthWebView::isMimeTypeAvailable("TEXT/X-A"));
+        QVERIFY(!KxAuthWebView::isMimeTypeAvailable("text/x-b"));
+    }
+
+    void factory_data()
+    {
+        QTest::addColumn<QStringList>("items");
+        QTest::addColumn<QString>("requested");
+        QTest::addColumn<QString>("creator"); // empty: nobody
+
+        QTest::newRow("nothing registered") << QStringList() << "text/x-a"
+                                            << "";
+        QTest::newRow("declared") << QStringList{"a:text/x-a"} << "text/x-a"
+                                  << "a";
+        QTest::newRow("other letter case, as requested") << QStringList{"a:Text/X-A"} << "TEXT/x-a"
+                                                         << "a";
+        QTest::newRow("earlier item wins")
+            << QStringList{"a:text/x-same", "b:text/x-same"} << "text/x-same"
+            << "a";
+        QTest::newRow("second type of the second item")
+            << QStringList{"a:text/x-a", "b:text/x-b1,text/x-b2"} << "text/x-b2"
+            << "b";
+        QTest::newRow("undeclared") << QStringList{"a:text/x-a"} << "text/x-b"
+                                    << "";
+        QTest::newRow("prefix only") << QStringList{"a:text/x-ab"} << "text/x-a"
+                                     << "";
+        QTest::newRow("empty request") << QStringList{"a:text/x-a"} << ""
+                                       << "";
+    }
+
+    void factory()
+    {
+        QFETCH(QStringList, items);
+        QFETCH(QString, requested);
+        QFETCH(QString, creator);
+
+        {
+            const Registers registers = registerItems(items);
+            const KxWebPluginFactory factory;
+            QStringList names;
+            for (const QWebPluginFactory::Plugin& plugin : factory.plugins())
+                names << plugin.name;
+            QStringList registered;
+            for (const QString& item : items)
+                registered << item.section(':', 0, 0);
+            QCOMPARE(names, registered);
+
+            std::unique_ptr<QObject> object(
+                factory.create(requested, QUrl("http://zento.example/x.zt"), {"k"}, {"v"}));
+            QCOMPARE(bool(object), !creator.isEmpty());
+            QCOMPARE(g_created, creator.isEmpty() ? QStringList()
+                                                  : QStringList{creator + " " + requested +
+                                                                " http://zento.example/x.zt k=v"});
+        }
+        QVERIFY(getWebPluginFactoryItems().isEmpty());
+    }
+
+    // A register takes out the first occurrence of its item, and only that.
+    void unregister()
+    {
+        auto* twice = new TestItem("twice:text/x-t");
+        TestItem other("other:text/x-o");
+        auto* keep = new KxWebPluginFactoryItemRegister(twice);
+        getWebPluginFactoryItems().append(&other);
+        getWebPluginFactoryItems().append(twice);
+        delete keep;
+        QCOMPARE(getWebPluginFactoryItems(), (QList<IKxWebPluginFactoryItem*>{&other, twice}));
+        getWebPluginFactoryItems().clear();
+
+        // No item: nothing registered that plugins() would stumble on.
+        const KxWebPluginFactoryItemRegister none(nullptr);
+        QVERIFY(getWebPluginFactoryItems().isEmpty());
+        QVERIFY(KxWebPluginFactory().plugins().isEmpty());
+    }
+
+    // An embedded object reaches the items through the view's own page; a
+    // page installed later (as the web dialog does) has no factory.
+    void embedding_data()
+    {
+        QTest::addColumn<bool>("laterPage");
+        QTest::addColumn<QStringList>("created");
+
+        QTest::newRow("view's own page")
+            << false
+            << QStringList{"chart application/x-zento-chart http://zento.example/d/chart.json "
+                           "colour=blue type=application/x-zento-chart data=chart.json "
+                           "width=120 height=60 src=chart.json"};
+        QTest::newRow("page installed later") << true << QStringList();
+    }
+
+    void embedding()
+    {
+        QFETCH(bool, laterPage);
+        QFETCH(QStringList, created);
+
+        const Registers registers = registerItems({"chart:Application/X-Zento-Chart"});
+        KxAuthWebView view;
+        QCOMPARE(view.page()->settings()->testAttribute(QWebSettings::PluginsEnabled), true);
+        QVERIFY(qobject_cast<KxWebPluginFactory*>(view.page()->pluginFactory()));
+        if (laterPage) {
+            view.setPage(new KxAuthWebPage(&view));
+            QVERIFY(!view.page()->pluginFactory());
+        }
+        view.resize(300, 200);
+        view.show();
+        view.setHtml("<object type='application/x-zento-chart' data='chart.json' width='120' "
+                     "height='60'><param name='colour' value='blue'></object><p>end</p>",
+                     QUrl("http://zento.example/d/"));
+        // The page has laid out once the text after the object has a place.
+        QTRY_VERIFY(!view.page()->mainFrame()->findFirstElement("p").geometry().isEmpty());
+        QCOMPARE(g_created, created);
+    }
+
+    // A window opened by script: its first navigation goes to the system
+    // and is refused; other navigations are WebKit's.
+    void popupNavigation_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<bool>("opened");
+
+        QTest::newRow("opened window, web")
+            << int(QWebPage::NavigationTypeOther) << "https://zento.example/" << false << true;
+        QTest::newRow("opened window, file")
+            << int(QWebPage::NavigationTypeOther) << "file:///etc/hosts" << false << false;
+        QTest::newRow("link") << int(QWebPage::NavigationTypeLinkClicked)
+                              << "https://zento.example/" << true << false;
+        QTest::newRow("form") << int(QWebPage::NavigationTypeFormSubmitted)
+                              << "https://zento.example/" << true << false;
+        QTest::newRow("reload") << int(QWebPage::NavigationTypeReload) << "https://zento.example/"
+                                << true << false;
+    }
+
+    void popupNavigation()
+    {
+        QFETCH(int, type);
+        QFETCH(QString, address);
+        QFETCH(bool, accepted);
+        QFETCH(bool, opened);
+
+        KUrlCatcher catcher;
+        KWarningCatcher warnings;
+        PopupProbe popup;
+        QCOMPARE(popup.acceptNavigationRequest(popup.mainFrame(), QNetworkRequest(QUrl(address)),
+                                               QWebPage::NavigationType(type)),
+                 accepted);
+        QCOMPARE(catcher.urls, opened ? QList<QUrl>{QUrl(address)} : QList<QUrl>());
+        QCOMPARE(warnings.warnings().size(), !accepted && !opened ? 1 : 0);
+    }
+
+    // Whatever the kind of window, a parentless pop-up page that goes with
+    // the page that asked for it.
+    void createWindow()
+    {
+        auto* page = new PageProbe;
+        QPointer<QWebPage> popup = page->createWindow(QWebPage::WebModalDialog);
+        QVERIFY(qobject_cast<KxPopupWebPage*>(popup.data()));
+        QVERIFY(!popup->parent());
+        QCOMPARE(page->settings()->testAttribute(QWebSettings::JavascriptCanOpenWindows), true);
+        delete page;
+        QVERIFY(popup.isNull());
+    }
+};
+
+QTEST_MAIN(TestKxWebPlugins)
+
+#include "tst_kxwebplugins.moc"
