@@ -73,14 +73,14 @@ class TestMenuButton : public QObject
     std::unique_ptr<QWidget> m_window;
     KMenuButton* m_button = nullptr;
 
-    // A shown, active window with a menu button over entries from a spec
+    // A shown, active window with a menu button over entries described by a text
     // such as "a b- c! x": "-" hidden, "!" disabled, "x" a command gone.
-    void makeMenu(const QString& spec)
+    void makeMenu(const QString& layout)
     {
         m_window = std::make_unique<QWidget>();
         m_window->setGeometry(100, 100, 300, 200);
         auto* list = new KListCommand(m_window.get());
-        for (const QString& entry : spec.split(' ', Qt::SkipEmptyParts)) {
+        for (const QString& entry : layout.split(' ', Qt::SkipEmptyParts)) {
             auto* command = new KCountingCommand(m_window.get());
             command->setText(QString(entry).remove('-').remove('!'));
             command->setVisible(!entry.endsWith('-'));
@@ -184,7 +184,7 @@ private slots:
 
     void popup_data()
     {
-        QTest::addColumn<QString>("spec");
+        QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("action"); // "click N", keys, or what closes it
         QTest::addColumn<QStringList>("entries");
         QTest::addColumn<QString>("triggered");
@@ -216,13 +216,13 @@ private slots:
     // the focus; leaving with the mouse is for the owner to decide.
     void popup()
     {
-        QFETCH(QString, spec);
+        QFETCH(QString, layout);
         QFETCH(QString, action);
         QFETCH(QStringList, entries);
         QFETCH(QString, triggered);
         QFETCH(bool, open);
 
-        makeMenu(spec);
+        makeMenu(layout);
         QStringList seen;
         bool stillOpen = false;
         QPointer<KPopupWidget> opened;

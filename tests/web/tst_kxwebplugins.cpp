@@ -33,9 +33,9 @@ class TestItem : public IKxWebPluginFactoryItem
 {
 public:
     // "name:type,type"
-    explicit TestItem(const QString& spec)
-        : m_name(spec.section(':', 0, 0))
-        , m_types(spec.section(':', 1).split(',', Qt::SkipEmptyParts))
+    explicit TestItem(const QString& description)
+        : m_name(description.section(':', 0, 0))
+        , m_types(description.section(':', 1).split(',', Qt::SkipEmptyParts))
     {}
 
     QObject* create(const QString& mimeType, const QUrl& url, const QStringList& argumentNames,
@@ -64,11 +64,12 @@ private:
 
 using Registers = std::vector<std::unique_ptr<KxWebPluginFactoryItemRegister>>;
 
-Registers registerItems(const QStringList& specs)
+Registers registerItems(const QStringList& descriptions)
 {
     Registers registers;
-    for (const QString& spec : specs)
-        registers.push_back(std::make_unique<KxWebPluginFactoryItemRegister>(new TestItem(spec)));
+    for (const QString& description : descriptions)
+        registers.push_back(
+            std::make_unique<KxWebPluginFactoryItemRegister>(new TestItem(description)));
     return registers;
 }
 
