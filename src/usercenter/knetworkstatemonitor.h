@@ -53,6 +53,6 @@ private:
 // Whether the host's active application reports that its user was signed
 // out because the network went away: what the user-centre button and
 // command ask. False without an active application.
-bool isLogoutDuetoOffLine();
+KXAUTH_EXPORT bool isLogoutDuetoOffLine();
 
 #endif // KNETWORKSTATEMONITOR_H

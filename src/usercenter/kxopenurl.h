@@ -1,6 +1,8 @@
 #ifndef KXOPENURL_H
 #define KXOPENURL_H
 
+#include "kxauthglobal.h"
+
 #include <QString>
 
 // The centres of the cloud service kxNimboOpenStoreUrl opens.
@@ -11,11 +13,11 @@ enum STORE_URL_TYPE {
 
 // Opens url in the system browser, wrapped for automatic sign-in when
 // someone is signed in and the cloud client can wrap it; else as it is.
-void kxOpenAutoLoginUrl(const QString& url);
+KXAUTH_EXPORT void kxOpenAutoLoginUrl(const QString& url);
 
 // Opens a centre of the cloud service, wrapped by the cloud client whenever
 // there is one (signed in or not) and plain when it gives nothing. Any
 // other kind opens nothing.
-void kxNimboOpenStoreUrl(STORE_URL_TYPE kind);
+KXAUTH_EXPORT void kxNimboOpenStoreUrl(STORE_URL_TYPE kind);
 
 #endif // KXOPENURL_H

@@ -1,6 +1,8 @@
 #ifndef KXWEBRESOURCES_H
 #define KXWEBRESOURCES_H
 
+#include "kxauthglobal.h"
+
 #include <QString>
 
 // The root of the library's localised web pages in its compiled-in
@@ -10,14 +12,14 @@ inline constexpr char kxWebMuiRoot[] = ":/auth_plugin/mui/";
 // The copy of fileName under dir for the interface language, as the host's
 // lookup (krt::i18n::getMuiFile) finds it, with every "\" turned into "/".
 // Note the order: file name first, then the directory.
-QString kxGetResMuiFile(const QString& fileName, const QString& dir);
+KXAUTH_EXPORT QString kxGetResMuiFile(const QString& fileName, const QString& dir);
 
 // A resource path (":/...") as an address a web view loads ("qrc:/...");
 // anything else as it is, ordinary file paths included.
-QString kxResPathToWebUrl(const QString& path);
+KXAUTH_EXPORT QString kxResPathToWebUrl(const QString& path);
 
 // The address of the library's localised page fileName, for a QUrl made in
 // tolerant mode; empty when the host finds no copy.
-QString kxGetWebResMuiFile(const QString& fileName);
+KXAUTH_EXPORT QString kxGetWebResMuiFile(const QString& fileName);
 
 #endif // KXWEBRESOURCES_H

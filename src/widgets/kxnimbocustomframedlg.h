@@ -1,6 +1,8 @@
 #ifndef KXNIMBOCUSTOMFRAMEDLG_H
 #define KXNIMBOCUSTOMFRAMEDLG_H
 
+#include "kxauthglobal.h"
+
 #include <vex/kxstyledialog.h>
 
 class KxNimboCustomFrameDlgTitle;
@@ -12,8 +14,9 @@ class KxNimboCustomFrameDlgTitle;
 // (1, title height, 1, 1) make a layout set on the dialog fill exactly the
 // area inside the border and below the title. The border stays one pixel at
 // every display scale, so the side and bottom margins do too. The dialog
-// cannot be moved by dragging its title.
-class KxNimboCustomFrameDlg : public KxStyleDialog
+// cannot be moved by dragging its title. Exported as the base of KxWebDlg,
+// so that other modules can derive from the web dialog.
+class KXAUTH_EXPORT KxNimboCustomFrameDlg : public KxStyleDialog
 {
     Q_OBJECT
 

@@ -11,8 +11,63 @@
 #include <QLibrary>
 #include <QtTest>
 
+#include <algorithm>
+
 using namespace AuthTest;
 using namespace krt::hostcontrol;
+
+namespace {
+
+// What other modules may use of the plug-in, row by row: the symbols a
+// row covers (a pattern on the demangled names) and those among them
+// that must be there. Whole classes come with their meta-object, vtable
+// and type information, so that a module can connect to them, derive
+// from them and cast to them.
+struct Export
+{
+    const char* tag;
+    QString pattern;
+    QStringList required;
+};
+QList<Export> exportedSurface()
+{
+    const auto wholeClass = [](const QString& name) {
+        return QString("^(non-virtual thunk to )?%1::|^(vtable|typeinfo|typeinfo name) for %1$")
+            .arg(name);
+    };
+    const auto classInfo = [](const QString& name) {
+        return QStringList{name + "::staticMetaObject", "vtable for " + name,
+                           "typeinfo for " + name, "typeinfo name for " + name};
+    };
+    return {
+        {"entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
+        {"network monitor", wholeClass("KNetworkStateMonitor") + "|^isLogoutDuetoOffLine\\(\\)$",
+         classInfo("KNetworkStateMonitor") << "KNetworkStateMonitor::instance()"
+                                           << "KNetworkStateMonitor::setNetworkAvailable(bool)"
+                                           << "KNetworkStateMonitor::notifyNetworkStatus(bool)"
+                                           << "isLogoutDuetoOffLine()"},
+        {"frame dialog", wholeClass("KxNimboCustomFrameDlg"),
+         classInfo("KxNimboCustomFrameDlg")
+             << "KxNimboCustomFrameDlg::KxNimboCustomFrameDlg(QWidget*, QFlags<Qt::WindowType>)"
+             << "KxNimboCustomFrameDlg::setTitleColor(QColor const&)"
+             << "KxNimboCustomFrameDlg::paintEvent(QPaintEvent*)"},
+        {"web dialog", wholeClass("KxWebDlg"),
+         classInfo("KxWebDlg") << "KxWebDlg::KxWebDlg(QUrl const&, QWidget*, QUrl const&)"
+                               << "KxWebDlg::~KxWebDlg()"
+                               << "KxWebDlg::exec()"
+                               << "KxWebDlg::resize(int, int)"
+                               << "non-virtual thunk to KxWebDlg::~KxWebDlg()"},
+        {"local pages",
+         "^kx(GetResMuiFile|ResPathToWebUrl|GetWebResMuiFile)\\(",
+         {"kxGetWebResMuiFile(QString const&)", "kxResPathToWebUrl(QString const&)",
+          "kxGetResMuiFile(QString const&, QString const&)"}},
+        {"service pages signed in",
+         "^kx(OpenAutoLoginUrl|NimboOpenStoreUrl)\\(",
+         {"kxOpenAutoLoginUrl(QString const&)", "kxNimboOpenStoreUrl(STORE_URL_TYPE)"}},
+    };
+}
+
+} // namespace
 
 class TestAuthInfo : public QObject
 {
@@ -22,6 +77,7 @@ class TestAuthInfo : public QObject
     KTestAppDir m_app{m_env.rootPath()};
     const QString m_bin = QCoreApplication::applicationDirPath();
     const QString m_state = m_env.rootPath() + "/deskhive-state.json";
+    QStringList m_symbols; // exported by the plug-in, demangled
 
 private slots:
     void initTestCase()
@@ -54,12 +110,37 @@ private slots:
         setHandler(nullptr);
     }
 
-    void exportsOnlyTheEntryPoint()
+    void exports_data()
     {
-        const QString nm = QStandardPaths::findExecutable("nm");
-        QString out = m_app.run(nm, {"-D", "--defined-only", m_bin + "/libauthplugin.so"}).out;
-        out.remove(QRegularExpression("^\\S+ \\S ", QRegularExpression::MultilineOption));
-        QCOMPARE(out.simplified(), QString("GetAuthorizationHandler"));
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QStringList>("required");
+        for (const Export& row : exportedSurface())
+            QTest::newRow(row.tag) << row.pattern << row.required;
+    }
+
+    void exports()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(QStringList, required);
+
+        const QStringList symbols = exportedSymbols();
+        QVERIFY(!symbols.filter(QRegularExpression(pattern)).isEmpty());
+        for (const QString& symbol : required)
+            QVERIFY2(symbols.contains(symbol), qPrintable(symbol));
+    }
+
+    void exportsNothingElse()
+    {
+        QStringList unclaimed = exportedSymbols();
+        QVERIFY(unclaimed.contains("GetAuthorizationHandler"));
+        for (const Export& row : exportedSurface())
+            unclaimed.erase(
+                std::remove_if(unclaimed.begin(), unclaimed.end(),
+                               [&](const QString& symbol) {
+                                   return QRegularExpression(row.pattern).match(symbol).hasMatch();
+                               }),
+                unclaimed.end());
+        QVERIFY2(unclaimed.isEmpty(), qPrintable(unclaimed.join('\n')));
     }
 
     // "@": this suite's folder. profile: given in the environment, else
@@ -183,6 +264,21 @@ private slots:
         QVERIFY(run.out.isEmpty());
         QCOMPARE(run.err.count('\n'), 1);
         QVERIFY2(run.err.contains(args.last()) && run.err.contains(reason), qPrintable(run.err));
+    }
+
+private:
+    // The plug-in's dynamic symbols, demangled.
+    QStringList exportedSymbols()
+    {
+        if (!m_symbols.isEmpty())
+            return m_symbols;
+        const QString nm = QStandardPaths::findExecutable("nm");
+        KTestAppDir::Result run =
+            m_app.run(nm, {"-D", "--defined-only", "-C", m_bin + "/libauthplugin.so"});
+        m_symbols =
+            run.out.remove(QRegularExpression("^\\S+ \\S ", QRegularExpression::MultilineOption))
+                .split('\n', Qt::SkipEmptyParts);
+        return m_symbols;
     }
 };
 

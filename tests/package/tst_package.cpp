@@ -1,0 +1,198 @@
+// The library as another module of the suite gets it: the build installed
+// into a temporary prefix and moved elsewhere (so nothing may depend on
+// where it was installed), the host run from there, and a small project
+// (consumer/) configured with find_package(AuthPlugin), built with this
+// build's compiler and flags, and run.
+
+#include "ktestappdir.h"
+#include "ktestenvironment.h"
+
+#include <vexlite/hostcontrol.h>
+
+#include <QtTest>
+
+using namespace AuthTest;
+
+namespace {
+
+// Configuring and building a Qt program takes a while on a busy machine.
+constexpr int kBuildTimeoutMs = 300000;
+
+} // namespace
+
+class TestPackage : public QObject
+{
+    Q_OBJECT
+
+    KTestEnvironment m_env;
+    KTestAppDir m_app{m_env.rootPath()};
+    // The installed tree, moved away from where it was installed.
+    const QString m_prefix = m_env.rootPath() + "/moved";
+    const QString m_appDir = m_prefix + "/lib/zentooffice";
+    const QString m_consumerBuild = m_env.rootPath() + "/consumer-build";
+    QMap<QString, QString> m_seen; // the consumer's report: subject -> observation
+
+    static QString runpath(const KTestAppDir& app, const QString& file)
+    {
+        const QString readelf = QStandardPaths::findExecutable("readelf");
+        const QString dynamic = app.run(readelf, {"-d", file}).out;
+        return QRegularExpression("\\(RUNPATH\\)\\s+Library runpath: \\[([^]]*)\\]")
+            .match(dynamic)
+            .captured(1);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const QString staged = m_env.rootPath() + "/staged";
+        const KTestAppDir::Result install = m_app.run(
+            AUTH_CMAKE, {"--install", AUTH_BUILD_DIR, "--prefix", staged}, {}, kBuildTimeoutMs);
+        QVERIFY2(install.exitCode == 0, qPrintable(install.out + install.err));
+        QVERIFY(QDir().rename(staged, m_prefix));
+    }
+
+    // Every binary finds its libraries relative to itself.
+    void layout_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("runpath"); // for binaries
+
+        const QString app = "lib/zentooffice/";
+        for (const char* binary :
+             {"zentooffice", "authinfo", "libauthplugin.so", "libvex.so", "libvexlite.so"})
+            QTest::newRow(binary) << app + binary << "$ORIGIN";
+        QTest::newRow("cloud simulator") << app + "addons/deskhive/libdeskhive.so"
+                                         << "$ORIGIN/../..";
+        for (const char* file :
+             {"addons/deskhive/state.json", "addons/deskhive/avatar.png", "profile/host.json"})
+            QTest::newRow(file) << app + file << "";
+        for (const char* file :
+             {"AuthPluginConfig.cmake", "AuthPluginConfigVersion.cmake", "AuthPluginTargets.cmake"})
+            QTest::newRow(file) << QString("lib/cmake/AuthPlugin/") + file << "";
+        QTest::newRow("host headers") << "include/vex/kxstyledialog.h"
+                                      << "";
+    }
+
+    void layout()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, runpath);
+
+        const QString file = m_prefix + '/' + path;
+        QVERIFY2(QFileInfo(file).isFile(), qPrintable(file));
+        if (!runpath.isEmpty())
+            QCOMPARE(TestPackage::runpath(m_app, file), runpath);
+    }
+
+    // The headers of what the library exports, and of nothing else.
+    void publicHeaders()
+    {
+        QCOMPARE(QDir(m_prefix + "/include/authplugin").entryList(QDir::Files),
+                 QStringList({"authpluginentry.h", "knetworkstatemonitor.h", "kxauthglobal.h",
+                              "kxnimbocustomframedlg.h", "kxopenurl.h", "kxwebdlg.h",
+                              "kxwebresources.h"}));
+    }
+
+    // The package would still work from the build tree while that exists;
+    // it must not point there.
+    void packageNamesNoBuildPaths()
+    {
+        QDirIterator files(m_prefix, {"*.cmake", "*.h", "*.json"}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        int read = 0;
+        while (files.hasNext()) {
+            QFile file(files.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray text = file.readAll();
+            for (const char* tree : {AUTH_BUILD_DIR, AUTH_SOURCE_DIR})
+                QVERIFY2(!text.contains(tree), qPrintable(file.fileName() + " names " + tree));
+            ++read;
+        }
+        QVERIFY(read > 10);
+    }
+
+    void hostRunsFromTheMovedTree()
+    {
+        QProcessEnvironment env;
+        env.insert(krt::hostcontrol::profileEnvironmentVariable(), m_appDir + "/profile");
+        env.insert("DESKHIVE_STATE", m_appDir + "/addons/deskhive/state.json");
+        const KTestAppDir::Result run =
+            m_app.run(m_appDir + "/authinfo", {"Product/VexName", "--account"}, env);
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.out.contains(QRegularExpression("Product/VexName\\s+QString\\s+Zento Office")),
+                 qPrintable(run.out));
+        QVERIFY2(run.out.contains("loaded from " + m_appDir + "/addons/deskhive/libdeskhive.so"),
+                 qPrintable(run.out));
+        QVERIFY2(run.out.contains(QRegularExpression("Name\\s+Demo User")), qPrintable(run.out));
+    }
+
+    void consumerBuilds()
+    {
+        QStringList configure{"-S",
+                              AUTH_CONSUMER_DIR,
+                              "-B",
+                              m_consumerBuild,
+                              "-G",
+                              AUTH_GENERATOR,
+                              "-DCMAKE_PREFIX_PATH=" + m_prefix,
+                              "-DCMAKE_CXX_COMPILER=" AUTH_CXX_COMPILER,
+                              "-DCMAKE_BUILD_TYPE=" AUTH_BUILD_TYPE};
+        // A sanitized library needs a sanitized program around it.
+        const QString sanitize = AUTH_SANITIZE_FLAGS;
+        if (!sanitize.isEmpty())
+            configure << "-DCMAKE_CXX_FLAGS=" + sanitize << "-DCMAKE_EXE_LINKER_FLAGS=" + sanitize;
+        for (const QStringList& args : {configure, QStringList{"--build", m_consumerBuild}}) {
+            const KTestAppDir::Result step = m_app.run(AUTH_CMAKE, args, {}, kBuildTimeoutMs);
+            QVERIFY2(step.exitCode == 0, qPrintable(step.out + step.err));
+        }
+
+        QProcessEnvironment env;
+        env.insert(krt::hostcontrol::profileEnvironmentVariable(), m_appDir + "/profile");
+        const KTestAppDir::Result run = m_app.run(m_consumerBuild + "/consumer", {}, env);
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        for (const QString& line : run.out.split('\n', Qt::SkipEmptyParts))
+            m_seen.insert(line.section(": ", 0, 0), line.section(": ", 1));
+    }
+
+    void consumerSees_data()
+    {
+        QTest::addColumn<QString>("subject");
+        QTest::addColumn<QString>("observation");
+
+        QTest::newRow("entry point") << "entry point"
+                                     << "one handler";
+        QTest::newRow("handler") << "product name"
+                                 << "Zento Office";
+        QTest::newRow("monitor by meta-object") << "monitor"
+                                                << "KNetworkStateMonitor";
+        QTest::newRow("monitor flags") << "offline mode, network lost"
+                                       << "yes";
+        QTest::newRow("monitor flags after") << "offline mode, network back"
+                                             << "no";
+        QTest::newRow("monitor signal") << "network changes"
+                                        << "offline,online";
+        QTest::newRow("local page") << "offline page"
+                                    << "qrc:/auth_plugin/mui/default/offline.html";
+        QTest::newRow("dialog's meta-objects") << "dialog classes"
+                                               << "KxWebDlg < KxNimboCustomFrameDlg";
+        QTest::newRow("dialog's type information") << "cast to the base"
+                                                   << "yes";
+        // 480x320 inside: one pixel of border each side and the 40-pixel title.
+        QTest::newRow("dialog runs") << "dialog"
+                                     << "accepted, shown 482x361";
+        QTest::newRow("override reached by the page") << "page asked the consumer's version"
+                                                      << "yes";
+    }
+
+    void consumerSees()
+    {
+        QFETCH(QString, subject);
+        QFETCH(QString, observation);
+
+        QVERIFY2(!m_seen.isEmpty(), "the consumer did not run");
+        QCOMPARE(m_seen.value(subject, "(nothing)"), observation);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPackage)
+#include "tst_package.moc"
