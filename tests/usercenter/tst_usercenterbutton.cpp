@@ -222,6 +222,14 @@ private slots:
             blended |= !near(c, Qt::white, 20) && !near(c, kPicture, 20);
         }
         QVERIFY(blended);
+        // The name beside the picture's room, vertically centred.
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = int((square.right() + 2) * ratio); x < image.width(); ++x)
+                ink |= near(image.pixelColor(x, y), Qt::white, 60) ? QRect() : QRect(x, y, 1, 1);
+        }
+        QVERIFY(ink.left() >= int(23 * scale * ratio));
+        QVERIFY(qAbs(ink.center().y() - image.height() / 2) <= 2 * ratio);
     }
 
     // Hover opens the menu once; it stays while the mouse is over it and
