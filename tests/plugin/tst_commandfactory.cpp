@@ -82,14 +82,14 @@ private slots:
         QTest::addColumn<QString>("host");
         QTest::addColumn<bool>("created");
 
+        // Each class with its own host class; the other kinds of host once.
         for (const QString& name : kTable) {
-            const QByteArray tag = name.toLatin1() + ", ";
-            QTest::newRow(tag + "main window") << name << "KMainWindow" << true;
-            QTest::newRow(tag + "derived main window") << name << "derived" << true;
-            QTest::newRow(tag + "Qt main window") << name << "QMainWindow" << false;
-            QTest::newRow(tag + "widget") << name << "QWidget" << false;
-            QTest::newRow(tag + "no host") << name << "" << false;
+            QTest::addRow("%s, main window", qPrintable(name)) << name << "KMainWindow" << true;
+            QTest::addRow("%s, Qt main window", qPrintable(name)) << name << "QMainWindow" << false;
         }
+        QTest::newRow("derived main window") << kTable[0] << "derived" << true;
+        QTest::newRow("widget") << kTable[1] << "QWidget" << false;
+        QTest::newRow("no host") << kTable[2] << "" << false;
     }
 
     // A suitable host gets a new command each time, parented to the window;
@@ -137,15 +137,17 @@ private slots:
 
     // The commands in a main window's title area: the personal centre shows
     // for the signed-in user and, clicked, opens the centre signed in; the
-    // enterprise centre goes to the host. Both reach the handler.
+    // enterprise centre goes to the host. Both reach the handler. Each
+    // command's clone is one of its class with its properties.
     void commandsWork()
     {
         clearExecutedCommands();
         m_opened.clear();
         KMainWindow window;
+        KCommand* centre = window.addTitleCommand(kTable[0]);
         KCommand* personal = window.addTitleCommand(kTable[1]);
         KCommand* enterprise = window.addTitleCommand(kTable[2]);
-        QVERIFY(personal && enterprise);
+        QVERIFY(centre && personal && enterprise);
         personal->setVisible(false);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -159,7 +161,7 @@ private slots:
                  qPrintable(m_opened[0]));
 
         QObject parent;
-        for (KCommand* command : {personal, enterprise}) {
+        for (KCommand* command : {centre, personal, enterprise}) {
             command->setDetail("d");
             QScopedPointer<KCommand> copy(command->clone(&parent, &window));
             QCOMPARE(copy->metaObject(), command->metaObject());
