@@ -1,7 +1,7 @@
 // The stand-in host where the plug-in leans on it and no plug-in suite
-// looks: the command tree's search helpers, the main window related to an
-// application, and the menu button's popup of child commands, which returns
-// once it is gone, with its tracking event 32770.
+// looks: the command tree's search helpers, and the menu button's popup of
+// child commands, which returns once it is gone, with its tracking event
+// 32770.
 
 #include "kpopupdriver.h"
 #include "ktestenvironment.h"
@@ -9,14 +9,11 @@
 #include <vex/klistcommand.h>
 #include <vex/kmainwindow.h>
 #include <vex/ktriggercommand.h>
-#include <vex/kxapplication.h>
 #include <vexlite/hostcontrol.h>
-#include <vexlite/kshellapplicaitons.h>
 
 #include <QtTest>
 
 #include <memory>
-#include <vector>
 
 using namespace AuthTest;
 
@@ -161,46 +158,10 @@ private slots:
         QCOMPARE(paths.join(' '), expected);
     }
 
-    // Main windows of "zento", "tabix", "zento", created in this order;
-    // activate: indexes of windows shown and activated in this order.
-    void relativeMainWindow_data()
-    {
-        QTest::addColumn<QList<int>>("activate");
-        QTest::addColumn<QString>("app");  // "": no application
-        QTest::addColumn<int>("expected"); // -1: none
-
-        QTest::newRow("newest of the application") << QList<int>() << "zento" << 2;
-        QTest::newRow("activated later than created") << QList<int>{0, 1} << "zento" << 0;
-        QTest::newRow("no window of the application") << QList<int>{0} << "pdf" << -1;
-        QTest::newRow("no application") << QList<int>{0} << "" << -1;
-    }
-
-    void relativeMainWindow()
-    {
-        QFETCH(QList<int>, activate);
-        QFETCH(QString, app);
-        QFETCH(int, expected);
-
-        KShellApplicaitons* shell = KShellApplicaitons::instance();
-        std::vector<std::unique_ptr<KMainWindow>> created;
-        for (const char* name : {"zento", "tabix", "zento"}) {
-            created.push_back(std::make_unique<KMainWindow>());
-            created.back()->setShellApplication(shell->application(name));
-        }
-        for (int index : activate) {
-            KMainWindow* window = created[index].get();
-            window->show();
-            QApplication::setActiveWindow(window);
-            QTRY_COMPARE(QApplication::activeWindow(), window);
-        }
-        QCOMPARE(KxApplication::findRelativeMainWindowX(shell->application(app)),
-                 expected < 0 ? nullptr : created[expected].get());
-    }
-
     void popup_data()
     {
         QTest::addColumn<QString>("layout");
-        QTest::addColumn<QString>("action"); // "click N", keys, or what closes it
+        QTest::addColumn<QString>("action"); // "click N", or what closes it
         QTest::addColumn<QString>("entries");
         QTest::addColumn<QString>("triggered");
         QTest::addColumn<bool>("open"); // after the action
@@ -212,15 +173,14 @@ private slots:
         };
         row("hidden and gone left out", "a b- x c", "", "a c", "", true);
         row("click an entry", "a b c", "click 1", "a b c", "b", false);
-        row("escape", "a b c", "Down Escape", "a b c", "", false);
         row("press elsewhere", "a b c", "press window", "a b c", "", false);
         row("window hidden", "a b c", "hide window", "a b c", "", false);
         row("mouse leaves", "a b c", "leave", "a b c", "", true);
     }
 
     // A click opens the popup below the button, a child of it; the call
-    // returns once it is gone, deleted. Keys go to the button, which keeps
-    // the focus; leaving with the mouse is for the owner to decide.
+    // returns once it is gone, deleted. Leaving with the mouse is for the
+    // owner to decide.
     void popup()
     {
         QFETCH(QString, layout);
@@ -241,7 +201,6 @@ private slots:
                     seen << popup->entryAt(i)->text();
                 QCOMPARE(popup->pos(), m_button->mapToGlobal(QPoint(0, m_button->height())));
                 QCOMPARE(m_button->popupWidget(), popup);
-                const QMetaEnum keys = QMetaEnum::fromType<Qt::Key>();
                 if (action.startsWith("click "))
                     QTest::mouseClick(popup, Qt::LeftButton, {},
                                       popup->entryRect(action.mid(6).toInt()).center());
@@ -251,10 +210,6 @@ private slots:
                     m_window->hide();
                 else if (action == "leave")
                     QCursor::setPos(m_window->geometry().bottomRight() + QPoint(100, 100));
-                else if (!action.isEmpty())
-                    for (const QString& key : action.split(' '))
-                        QTest::keyClick(m_button,
-                                        Qt::Key(keys.keyToValue(qPrintable("Key_" + key))));
                 QCoreApplication::processEvents();
                 stillOpen = popup->isVisible();
                 popup->hide();
