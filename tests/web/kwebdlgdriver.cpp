@@ -3,7 +3,6 @@
 #include <kxauthwebview.h>
 #include <kxwebdlg.h>
 
-#include <QDesktopServices>
 #include <QTimer>
 #include <QWebElement>
 #include <QWebFrame>
@@ -81,25 +80,6 @@ bool clickElement(KxWebDlg& dialog, const QString& selector)
         return false;
     QTest::mouseClick(webView(dialog), Qt::LeftButton, Qt::NoModifier, element.geometry().center());
     return true;
-}
-
-KUrlCatcher::KUrlCatcher()
-    : m_schemes{"http", "https", "mailto", "file",  "ftp", "javascript",
-                "data", "zento", "qrc",    "about", ""}
-{
-    for (const QString& scheme : qAsConst(m_schemes))
-        QDesktopServices::setUrlHandler(scheme, this, "open");
-}
-
-KUrlCatcher::~KUrlCatcher()
-{
-    for (const QString& scheme : qAsConst(m_schemes))
-        QDesktopServices::unsetUrlHandler(scheme);
-}
-
-void KUrlCatcher::open(const QUrl& url)
-{
-    urls.append(url);
 }
 
 } // namespace AuthTest

@@ -1,9 +1,9 @@
 #ifndef KWEBDLGDRIVER_H
 #define KWEBDLGDRIVER_H
 
-#include <QList>
+#include "kurlcatcher.h"
+
 #include <QObject>
-#include <QStringList>
 #include <QUrl>
 #include <QVariant>
 
@@ -36,26 +36,6 @@ QWebFrame* mainFrame(KxWebDlg& dialog);
 QVariant js(KxWebDlg& dialog, const QString& script);
 // Clicks the centre of the page's first element matching selector.
 bool clickElement(KxWebDlg& dialog, const QString& selector);
-
-// Catches what QDesktopServices::openUrl hands to the system, for every
-// scheme the web code might hand over, while it lives: nothing in a test
-// run opens a real browser or program.
-class KUrlCatcher : public QObject
-{
-    Q_OBJECT
-
-public:
-    KUrlCatcher();
-    ~KUrlCatcher() override;
-
-    QList<QUrl> urls;
-
-public slots:
-    void open(const QUrl& url);
-
-private:
-    QStringList m_schemes;
-};
 
 } // namespace AuthTest
 
