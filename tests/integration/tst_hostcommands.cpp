@@ -75,11 +75,6 @@ private slots:
             << QByteArray()
             << QStringList{"Command OpenUserCenter", "Result true (the host goes on)",
                            "Opened " + wrapped("demo-0001", m_centre), "User name *"};
-        QTest::newRow("personal centre, signed out")
-            << (shipped + QStringList{"--command", "OpenUserCenter"}) << QByteArray("{}")
-            << QByteArray()
-            << QStringList{"Command OpenUserCenter", "Result true (the host goes on)",
-                           "Opened " + m_centre, "User name (none), unchanged"};
         QTest::newRow("user name filled in once")
             << QStringList{"--profile",        "COPY",      "--command",
                            "ProcUserRegister", "--command", "ProcUserRegister"}
