@@ -1,7 +1,13 @@
 #include "kwebdlgdriver.h"
 
+#include "ktestenvironment.h"
+
+#include <kdeskhivelib.h>
 #include <kxauthwebview.h>
 #include <kxwebdlg.h>
+
+#include <deskhive/nimboclient.h>
+#include <vexlite/hostcontrol.h>
 
 #include <QTimer>
 #include <QWebElement>
@@ -47,6 +53,19 @@ private:
 };
 
 } // namespace
+
+bool resetWebHost(const KTestEnvironment& env)
+{
+    qputenv("DESKHIVE_STATE", (env.rootPath() + "/deskhive-state.json").toUtf8());
+    env.resetHost();
+    krt::hostcontrol::setVersion("12.1.0.17890");
+    krt::hostcontrol::setDistributionChannel("mc-test");
+    krt::hostcontrol::setHardwareId("hd-42");
+    INimboClient* client = KDeskhiveLib::instance()->nimboClientInstance();
+    if (client)
+        client->logout();
+    return client;
+}
 
 KExecRecord execShown(KxWebDlg& dialog, const std::function<void()>& whenShown, int closeWith)
 {

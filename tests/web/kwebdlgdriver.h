@@ -1,8 +1,6 @@
 #ifndef KWEBDLGDRIVER_H
 #define KWEBDLGDRIVER_H
 
-#include "kurlcatcher.h"
-
 #include <QObject>
 #include <QUrl>
 #include <QVariant>
@@ -14,6 +12,13 @@ class KxAuthWebView;
 class QWebFrame;
 
 namespace AuthTest {
+
+class KTestEnvironment;
+
+// The host as a web suite's test starts: reset, with fixed installation
+// facts (channel "mc-test", version "12.1.0.17890", hardware id "hd-42"),
+// and the cloud simulator's user signed out. False without the simulator.
+bool resetWebHost(const KTestEnvironment& env);
 
 // What one exec() of a web dialog did.
 struct KExecRecord
