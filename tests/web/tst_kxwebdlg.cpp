@@ -265,7 +265,6 @@ private slots:
         row("close: 1", "close", one, true);
         row("close: '1'", "close", close("'function(){ return \"1\"; }'"), true);
         row("close: 'yes'", "close", close("'function(){ return \"yes\"; }'"), false);
-        row("close: nothing", "close", close("'function(){}'"), false);
         row("close: null keeps the callback", "close", one + close("null"), true);
         row("close: empty clears it", "close", one + close("''"), false);
         row("button: 1", "button", one, true);
