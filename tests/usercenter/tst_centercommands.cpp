@@ -191,9 +191,6 @@ private slots:
             << "fake" << QByteArray(R"({"IsLogined": false, "IsCompanyAccount": true})")
             << "https://w.example/"
             << "0 U https://w.example/ https://w.example/ -";
-        QTest::newRow("client wraps nothing")
-            << "fake" << QByteArray(R"({"IsLogined": true, "IsCompanyAccount": true})") << ""
-            << "1 U " + p + ' ' + e + " -";
     }
 
     void withoutSimulator()

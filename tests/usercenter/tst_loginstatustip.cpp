@@ -47,20 +47,12 @@ private slots:
 
     void cleanup() { m_container.reset(); }
 
-    void placement_data()
-    {
-        QTest::addColumn<QPoint>("offset");
-
-        QTest::newRow("button at its container's origin") << QPoint(0, 0);
-        QTest::newRow("button away from the origin") << QPoint(30, 10);
-    }
-
-    // Below the button's position mapped through the button itself: right
-    // below it at the origin, shifted by the offset once more elsewhere.
+    // Below the button's position mapped through the button itself: for a
+    // button away from its container's origin, shifted by its offset once
+    // more (at the origin, right below it).
     void placement()
     {
-        QFETCH(QPoint, offset);
-
+        const QPoint offset(30, 10);
         KLoginStatusTipWidget* tip = makeTip(offset);
         tip->showTip("x");
         QCOMPARE(tip->pos(), m_button->mapToGlobal(QPoint(0, 24)) + offset);
