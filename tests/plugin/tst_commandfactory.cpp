@@ -1,22 +1,24 @@
 // The plug-in's commands in the host's command factory, as a host meets
 // them: the built libauthplugin loaded with QLibrary registers its classes
 // in table order, the host creates them for its main windows, they work
-// through the handler, and unloading the library withdraws them in the
-// reverse order. This suite links the host alone, never the plug-in.
+// through the handler and speak the host's language, and unloading the
+// library withdraws them in the reverse order, with its catalogue. This
+// suite links the host alone, never the plug-in.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
+#include "kurlcatcher.h"
 #include "kwarningcatcher.h"
 
 #include <vex/kcommandfactory.h>
 #include <vex/kcommandfactoryitembase.h>
 #include <vex/klistcommand.h>
 #include <vex/kmainwindow.h>
+#include <vex/kresourcescheme.h>
 #include <vex/ktriggercommand.h>
 #include <vexlite/hostcontrol.h>
 #include <vexlite/ikauthorizationhandler.h>
 
-#include <QDesktopServices>
 #include <QLibrary>
 #include <QtTest>
 
@@ -29,6 +31,7 @@ namespace {
 const QStringList kTable{"KUserCenterMenuCommand", "KxOpenPersonalCenterCommand",
                          "KEnterpriseCenterTriggerCommand"};
 const QString kCenter = "https://account.example/center?from=suite";
+const char kDetail[] = "You have signed in Zento Office.";
 
 class KDerivedMainWindow : public KMainWindow
 {};
@@ -41,28 +44,26 @@ class TestCommandFactory : public QObject
 
     KTestEnvironment m_env;
     QLibrary m_plugin{QCoreApplication::applicationDirPath() + "/libauthplugin.so"};
-    QStringList m_opened;
-
-public slots:
-    void open(const QUrl& url) { m_opened << url.toString(QUrl::FullyEncoded); }
+    GetAuthorizationHandlerFunc m_entry = nullptr;
+    KUrlCatcher m_urls;
 
 private slots:
     void initTestCase()
     {
         const QString state = m_env.rootPath() + "/state.json";
-        QVERIFY(KTestAppDir::write(state, R"({"IsLogined": true, "Name": "Ada", "Id": "id-7"})"));
+        QVERIFY(KTestAppDir::write(state, R"({"IsLogined": true, "Name": "", "Id": "id-7"})"));
         qputenv("DESKHIVE_STATE", state.toUtf8());
-        QDesktopServices::setUrlHandler("https", this, "open");
         setProductString("PersonalCenterUrl", kCenter);
         setFeatureSupported("SimplifiedUserCenter", true);
+        KResourceScheme::install();
 
         KCommandFactory::clearRegistrationLog();
         QVERIFY(KCommandFactory::registeredClasses().isEmpty());
         QVERIFY2(m_plugin.load(), qPrintable(m_plugin.errorString()));
-        const auto entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
+        m_entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
             m_plugin.resolve("GetAuthorizationHandler"));
-        QVERIFY(entry);
-        setHandler(entry());
+        QVERIFY(m_entry);
+        setHandler(m_entry());
     }
 
     void registeredAtLoad()
@@ -82,14 +83,14 @@ private slots:
         QTest::addColumn<QString>("host");
         QTest::addColumn<bool>("created");
 
+        // Each class with its own host class; the other kinds of host once.
         for (const QString& name : kTable) {
-            const QByteArray tag = name.toLatin1() + ", ";
-            QTest::newRow(tag + "main window") << name << "KMainWindow" << true;
-            QTest::newRow(tag + "derived main window") << name << "derived" << true;
-            QTest::newRow(tag + "Qt main window") << name << "QMainWindow" << false;
-            QTest::newRow(tag + "widget") << name << "QWidget" << false;
-            QTest::newRow(tag + "no host") << name << "" << false;
+            QTest::addRow("%s, main window", qPrintable(name)) << name << "KMainWindow" << true;
+            QTest::addRow("%s, Qt main window", qPrintable(name)) << name << "QMainWindow" << false;
         }
+        QTest::newRow("derived main window") << kTable[0] << "derived" << true;
+        QTest::newRow("widget") << kTable[1] << "QWidget" << false;
+        QTest::newRow("no host") << kTable[2] << "" << false;
     }
 
     // A suitable host gets a new command each time, parented to the window;
@@ -137,15 +138,17 @@ private slots:
 
     // The commands in a main window's title area: the personal centre shows
     // for the signed-in user and, clicked, opens the centre signed in; the
-    // enterprise centre goes to the host. Both reach the handler.
+    // enterprise centre goes to the host. Both reach the handler. Each
+    // command's clone is one of its class with its properties.
     void commandsWork()
     {
         clearExecutedCommands();
-        m_opened.clear();
+        m_urls.take();
         KMainWindow window;
+        KCommand* centre = window.addTitleCommand(kTable[0]);
         KCommand* personal = window.addTitleCommand(kTable[1]);
         KCommand* enterprise = window.addTitleCommand(kTable[2]);
-        QVERIFY(personal && enterprise);
+        QVERIFY(centre && personal && enterprise);
         personal->setVisible(false);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -153,13 +156,10 @@ private slots:
         QTest::mouseClick(window.pocketWidget(personal), Qt::LeftButton);
         static_cast<KTriggerCommand*>(enterprise)->trigger();
         QCOMPARE(executedCommands(), QStringList({"OpenUserCenter", "OpenEnterpriseCenter"}));
-        QCOMPARE(m_opened.size(), 1);
-        QVERIFY2(m_opened[0].startsWith("https://account.zentooffice.example/autologin?token=") &&
-                     m_opened[0].endsWith("&target=" + QUrl::toPercentEncoding(kCenter)),
-                 qPrintable(m_opened[0]));
+        QCOMPARE(m_urls.take(), QStringList("wrapped:" + QUrl::toPercentEncoding(kCenter)));
 
         QObject parent;
-        for (KCommand* command : {personal, enterprise}) {
+        for (KCommand* command : {centre, personal, enterprise}) {
             command->setDetail("d");
             QScopedPointer<KCommand> copy(command->clone(&parent, &window));
             QCOMPARE(copy->metaObject(), command->metaObject());
@@ -168,10 +168,58 @@ private slots:
         }
     }
 
-    // Last: the library goes, and its classes with it, the last first; what
-    // the host was told before stays readable.
+    void languages_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QStringList>("texts"); // detail, balloon, personal centre, button name
+
+        const QStringList english{kDetail, "abnormal network status, turn to be offline status",
+                                  "Personal Center", "User centre"};
+        QTest::newRow("English") << "en_US" << english;
+        QTest::newRow("Chinese") << "zh_CN"
+                                 << QStringList{"您已登录 Zento 办公。", "网络异常，已转为离线状态",
+                                                "个人中心", "用户中心"};
+        QTest::newRow("back to English") << "en_US" << english;
+    }
+
+    // The plug-in's own catalogue follows the host's language: the texts of
+    // commands the host makes after it set its language, the offline
+    // balloon among them.
+    void languages()
+    {
+        QFETCH(QString, language);
+        QFETCH(QStringList, texts);
+
+        setLanguage(language);
+        KMainWindow window;
+        KCommand* centre = window.addTitleCommand(kTable[0]);
+        KCommand* personal = KCommandFactory::createCommand(kTable[1], &window, &window);
+        QVERIFY(centre && personal);
+        centre->update();
+        QWidget* button = window.pocketWidget(centre);
+        setLogoutDuetoOffLine(true);
+        QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
+        QCoreApplication::sendEvent(button, &enter);
+        setLogoutDuetoOffLine(false);
+        QString balloon;
+        for (QWidget* child : button->findChildren<QWidget*>()) {
+            if (child->inherits("KLoginStatusTipWidget") && child->isVisible())
+                balloon = child->property("text").toString();
+        }
+        QCOMPARE(
+            (QStringList{centre->detail(), balloon, personal->text(), button->accessibleName()}),
+            texts);
+    }
+
+    // Last: the library goes, and its classes and catalogue with it, the
+    // classes last first; what the host was told before stays readable.
+    // Asking for the handler installs the catalogue, as making a command does.
     void unloadedInReverse()
     {
+        setLanguage("zh_CN");
+        QVERIFY(m_entry());
+        QCOMPARE(QCoreApplication::translate("KUserCenterMenuCommand", kDetail),
+                 QString("您已登录 Zento 办公。"));
         const QStringList before = KCommandFactory::registeredClasses();
         setHandler(nullptr);
         KCommandFactory::clearRegistrationLog();
@@ -185,6 +233,7 @@ private slots:
         QMainWindow window;
         QVERIFY(!KCommandFactory::createCommand(kTable[0], &window, nullptr));
         QCOMPARE(before, kTable);
+        QCOMPARE(QCoreApplication::translate("KUserCenterMenuCommand", kDetail), QString(kDetail));
     }
 };
 

@@ -47,20 +47,12 @@ private slots:
 
     void cleanup() { m_container.reset(); }
 
-    void placement_data()
-    {
-        QTest::addColumn<QPoint>("offset");
-
-        QTest::newRow("button at its container's origin") << QPoint(0, 0);
-        QTest::newRow("button away from the origin") << QPoint(30, 10);
-    }
-
-    // Below the button's position mapped through the button itself: right
-    // below it at the origin, shifted by the offset once more elsewhere.
+    // Below the button's position mapped through the button itself: for a
+    // button away from its container's origin, shifted by its offset once
+    // more (at the origin, right below it).
     void placement()
     {
-        QFETCH(QPoint, offset);
-
+        const QPoint offset(30, 10);
         KLoginStatusTipWidget* tip = makeTip(offset);
         tip->showTip("x");
         QCOMPARE(tip->pos(), m_button->mapToGlobal(QPoint(0, 24)) + offset);
@@ -103,7 +95,8 @@ private slots:
     }
 
     // While it shows, a second message changes neither text nor timer; a
-    // new show starts from the full 8 s; running out hides it.
+    // new show starts from the full 8 s; running out hides it. clearTimer()
+    // leaves a timer that is not running alone and takes a running one away.
     void timer()
     {
         KLoginStatusTipWidget* tip = makeTip();
@@ -122,31 +115,14 @@ private slots:
         tip->showTipForAWhile("fifth");
         QTRY_VERIFY(!tip->isVisible());
         QVERIFY(!timer->isActive());
-        tip->showTip("no timer");
-        QVERIFY(tip->isVisible() && !timer->isActive());
-    }
-
-    void clearTimer_data()
-    {
-        QTest::addColumn<bool>("running");
-
-        QTest::newRow("running: taken away") << true;
-        QTest::newRow("not running: left alone") << false;
-    }
-
-    void clearTimer()
-    {
-        QFETCH(bool, running);
-
-        KLoginStatusTipWidget* tip = makeTip();
-        if (running)
-            tip->showTipForAWhile("x");
-        const QPointer<QTimer> timer = tip->hideTimer();
         tip->clearTimer();
-        QCOMPARE(timer.isNull(), running);
-        QCOMPARE(tip->hideTimer() == nullptr, running);
+        QCOMPARE(tip->hideTimer(), timer);
+        tip->showTipForAWhile("sixth");
+        const QPointer<QTimer> running = timer;
+        tip->clearTimer();
+        QVERIFY(!running && !tip->hideTimer());
         tip->hideTip();
-        tip->showTipForAWhile("y");
+        tip->showTipForAWhile("no timer");
         QVERIFY(tip->isVisible());
     }
 

@@ -1,9 +1,14 @@
 #include "kwebdlgdriver.h"
 
+#include "ktestenvironment.h"
+
+#include <kdeskhivelib.h>
 #include <kxauthwebview.h>
 #include <kxwebdlg.h>
 
-#include <QDesktopServices>
+#include <deskhive/nimboclient.h>
+#include <vexlite/hostcontrol.h>
+
 #include <QTimer>
 #include <QWebElement>
 #include <QWebFrame>
@@ -49,6 +54,19 @@ private:
 
 } // namespace
 
+bool resetWebHost(const KTestEnvironment& env)
+{
+    qputenv("DESKHIVE_STATE", (env.rootPath() + "/deskhive-state.json").toUtf8());
+    env.resetHost();
+    krt::hostcontrol::setVersion("12.1.0.17890");
+    krt::hostcontrol::setDistributionChannel("mc-test");
+    krt::hostcontrol::setHardwareId("hd-42");
+    INimboClient* client = KDeskhiveLib::instance()->nimboClientInstance();
+    if (client)
+        client->logout();
+    return client;
+}
+
 KExecRecord execShown(KxWebDlg& dialog, const std::function<void()>& whenShown, int closeWith)
 {
     ShowWatcher watcher(dialog, whenShown, closeWith);
@@ -81,25 +99,6 @@ bool clickElement(KxWebDlg& dialog, const QString& selector)
         return false;
     QTest::mouseClick(webView(dialog), Qt::LeftButton, Qt::NoModifier, element.geometry().center());
     return true;
-}
-
-KUrlCatcher::KUrlCatcher()
-    : m_schemes{"http", "https", "mailto", "file",  "ftp", "javascript",
-                "data", "zento", "qrc",    "about", ""}
-{
-    for (const QString& scheme : qAsConst(m_schemes))
-        QDesktopServices::setUrlHandler(scheme, this, "open");
-}
-
-KUrlCatcher::~KUrlCatcher()
-{
-    for (const QString& scheme : qAsConst(m_schemes))
-        QDesktopServices::unsetUrlHandler(scheme);
-}
-
-void KUrlCatcher::open(const QUrl& url)
-{
-    urls.append(url);
 }
 
 } // namespace AuthTest

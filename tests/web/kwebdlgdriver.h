@@ -1,9 +1,7 @@
 #ifndef KWEBDLGDRIVER_H
 #define KWEBDLGDRIVER_H
 
-#include <QList>
 #include <QObject>
-#include <QStringList>
 #include <QUrl>
 #include <QVariant>
 
@@ -14,6 +12,13 @@ class KxAuthWebView;
 class QWebFrame;
 
 namespace AuthTest {
+
+class KTestEnvironment;
+
+// The host as a web suite's test starts: reset, with fixed installation
+// facts (channel "mc-test", version "12.1.0.17890", hardware id "hd-42"),
+// and the cloud simulator's user signed out. False without the simulator.
+bool resetWebHost(const KTestEnvironment& env);
 
 // What one exec() of a web dialog did.
 struct KExecRecord
@@ -36,26 +41,6 @@ QWebFrame* mainFrame(KxWebDlg& dialog);
 QVariant js(KxWebDlg& dialog, const QString& script);
 // Clicks the centre of the page's first element matching selector.
 bool clickElement(KxWebDlg& dialog, const QString& selector);
-
-// Catches what QDesktopServices::openUrl hands to the system, for every
-// scheme the web code might hand over, while it lives: nothing in a test
-// run opens a real browser or program.
-class KUrlCatcher : public QObject
-{
-    Q_OBJECT
-
-public:
-    KUrlCatcher();
-    ~KUrlCatcher() override;
-
-    QList<QUrl> urls;
-
-public slots:
-    void open(const QUrl& url);
-
-private:
-    QStringList m_schemes;
-};
 
 } // namespace AuthTest
 
