@@ -8,6 +8,10 @@ namespace {
 
 constexpr int kMaxHeadSize = 16 * 1024;
 constexpr int kRequestTimeoutMs = 10000;
+// A request that may still be sending (a body nobody asked for, the rest of
+// a head too large) is read and dropped for a while before the connection
+// ends, so the answer is not lost to a reset.
+constexpr int kLingerMs = 2000;
 
 // The product's pages under the jump base that have a page of their own
 // here, with the heading and the line it shows.
@@ -112,8 +116,10 @@ void KLocalServiceServer::acceptConnections()
 void KLocalServiceServer::readRequest(QTcpSocket* socket)
 {
     const auto pending = m_pending.find(socket);
-    if (pending == m_pending.end())
-        return; // answered already; the rest is ignored
+    if (pending == m_pending.end()) {
+        socket->readAll(); // answered already
+        return;
+    }
     pending->append(socket->readAll());
     const int end = pending->indexOf("\r\n\r\n");
     if (end < 0 && pending->size() <= kMaxHeadSize)
@@ -153,7 +159,12 @@ void KLocalServiceServer::respond(QTcpSocket* socket, const QByteArray& head, bo
     if (method != "HEAD")
         response += body;
     socket->write(response);
-    socket->disconnectFromHost();
+    const bool moreToCome = tooLarge || head.toLower().contains("\r\ncontent-length:") ||
+                            head.toLower().contains("\r\ntransfer-encoding:");
+    if (moreToCome)
+        QTimer::singleShot(kLingerMs, socket, [socket] { socket->disconnectFromHost(); });
+    else
+        socket->disconnectFromHost();
     emit requestServed(QString::fromLatin1(method), QString::fromLatin1(target), status);
 }
 

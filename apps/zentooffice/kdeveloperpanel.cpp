@@ -78,6 +78,8 @@ KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent)
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Tab goes to the controls, and the area scrolls to the one in focus.
+    m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->setWidget(createControls());
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->setChildrenCollapsible(false);
@@ -292,6 +294,7 @@ void KDeveloperPanel::retranslateUi()
 
     // Screen readers: each control by what it does, lists by their group.
     m_exitMessage->setAccessibleName(tr("Exit message"));
+    m_logs->setAccessibleName(tr("Activity and usage events"));
     m_activity->setAccessibleName(tr("Activity"));
     m_events->setAccessibleName(tr("Usage events"));
     m_launchError->setAccessibleDescription(m_launchError->toolTip());

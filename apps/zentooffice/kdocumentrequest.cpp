@@ -102,7 +102,15 @@ KDocumentRequest KDocumentRequest::localFile(const QString& argument, const QStr
 
 QString KDocumentRequest::forwardable() const
 {
-    return m_kind == LocalFile ? m_path : m_argument;
+    switch (m_kind) {
+    case CloudDocument:
+        return m_argument;
+    case LocalFile:
+        return m_path;
+    case Invalid:
+        break;
+    }
+    return QString();
 }
 
 QString KDocumentRequest::title() const

@@ -36,7 +36,7 @@ public:
 
     // The argument in a form that means the same from any working directory
     // (for handing to another instance): the address as given, or the
-    // absolute path.
+    // absolute path; empty for an invalid one.
     QString forwardable() const;
     // What a tab shows: the display name or the file name.
     QString title() const;

@@ -45,9 +45,17 @@ KSingleInstance::Role KSingleInstance::start(const QStringList& arguments)
         m_error = tr("cannot lock %1").arg(lockPath);
         return Alone;
     }
-    if (forward(arguments))
+    switch (forward(arguments)) {
+    case Delivered:
         return Forwarded;
-    // Nobody answers: whatever socket file is there was left behind.
+    case NotTaken:
+        // It may only be busy: its socket stays.
+        m_error = tr("the running host did not take the arguments");
+        return Unanswered;
+    case NobodyListens:
+        break;
+    }
+    // Whatever socket file is there was left behind by a host that died.
     QLocalServer::removeServer(m_socketPath);
     if (!m_server.listen(m_socketPath)) {
         m_error = m_server.errorString();
@@ -56,21 +64,22 @@ KSingleInstance::Role KSingleInstance::start(const QStringList& arguments)
     return Primary;
 }
 
-bool KSingleInstance::forward(const QStringList& arguments)
+KSingleInstance::Delivery KSingleInstance::forward(const QStringList& arguments)
 {
     QLocalSocket socket;
     socket.connectToServer(m_socketPath);
+    // A listening socket accepts at once, however busy its host is.
     if (!socket.waitForConnected(kConnectTimeoutMs))
-        return false;
+        return NobodyListens;
     const QJsonObject message{{QStringLiteral("open"), QJsonArray::fromStringList(arguments)}};
     socket.write(QJsonDocument(message).toJson(QJsonDocument::Compact) + '\n');
     if (!socket.waitForBytesWritten(kAnswerTimeoutMs))
-        return false;
+        return NotTaken;
     while (!socket.canReadLine()) {
         if (!socket.waitForReadyRead(kAnswerTimeoutMs))
-            return false;
+            return NotTaken;
     }
-    return socket.readLine().trimmed() == "ok";
+    return socket.readLine().trimmed() == "ok" ? Delivered : NotTaken;
 }
 
 void KSingleInstance::acceptConnections()
@@ -94,6 +103,7 @@ void KSingleInstance::acceptConnections()
             for (const QJsonValue& argument : list)
                 arguments << argument.toString();
             socket->write("ok\n");
+            socket->flush();
             socket->disconnectFromServer();
             emit argumentsReceived(arguments);
         });

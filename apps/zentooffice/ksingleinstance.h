@@ -23,9 +23,10 @@ class KSingleInstance : public QObject
 
 public:
     enum Role {
-        Primary,   // listening: later processes reach this one
-        Forwarded, // a running host took the arguments
-        Alone,     // neither (no runtime directory, no socket): run on
+        Primary,    // listening: later processes reach this one
+        Forwarded,  // a running host took the arguments
+        Unanswered, // a host listens but did not take them in time
+        Alone,      // neither (no runtime directory, no socket): run on
     };
 
     // The key names the instance: for example the profile directory.
@@ -33,7 +34,7 @@ public:
     ~KSingleInstance() override;
 
     Role start(const QStringList& arguments);
-    // Why start() answered Alone.
+    // Why start() answered Unanswered or Alone.
     QString errorString() const { return m_error; }
     QString socketPath() const { return m_socketPath; }
 
@@ -49,7 +50,8 @@ private slots:
     void acceptConnections();
 
 private:
-    bool forward(const QStringList& arguments);
+    enum Delivery { NobodyListens, Delivered, NotTaken };
+    Delivery forward(const QStringList& arguments);
 
     QString m_socketPath;
     QString m_error;

@@ -156,6 +156,9 @@ int main(int argc, char* argv[])
         switch (instance.start(forwarded)) {
         case KSingleInstance::Forwarded:
             return 0;
+        case KSingleInstance::Unanswered:
+            err << "zentooffice: " << instance.errorString() << '\n';
+            return 1;
         case KSingleInstance::Alone:
             err << "zentooffice: running on its own: " << instance.errorString() << '\n';
             break;
