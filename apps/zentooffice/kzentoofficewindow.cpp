@@ -29,7 +29,7 @@
 namespace {
 
 // Larger files open as a notice, not as text.
-constexpr qint64 kMaxTextSize = 4 * 1024 * 1024;
+constexpr qint64 kMaxTextSize = qint64(4) * 1024 * 1024;
 
 // The Help menu's pages, by the plug-in's information keys.
 struct KProductPage
@@ -198,6 +198,9 @@ void KZentoOfficeWindow::showWelcomePage()
     }
     const QUrl url = krt::auth::getInfo(QStringLiteral("Product/Url/LauncherPage")).toUrl();
     QPointer<QDialog> dialog = web->createWebDialog(url, this);
+    // Centred on the window: the dialog draws its own frame, so Qt's
+    // allowance for a window manager's title bar would put it too high.
+    dialog->move(frameGeometry().center() - dialog->rect().center());
     dialog->exec();
     delete dialog;
 }
