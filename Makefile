@@ -21,17 +21,24 @@ configure: deps
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# The main job: the reference host with the plug-in, on the default profile
-# and the cloud simulator's state file. Without a display it walks through
-# the account states offscreen instead and says where the pictures are.
+# The main job: the reference host with the plug-in, on the default profile,
+# the cloud simulator signed in. Without a display it walks through the
+# states instead, under Xvfb (offscreen when there is no Xvfb either), and
+# says where the pictures are.
 SCREENSHOT_DIR ?= $(BUILD_DIR)/screenshots
+XVFB_SCREEN ?= -screen 0 1280x1024x24 -dpi 96
 run: build
-	@if [ -z "$$DISPLAY" ]; then \
-	    echo "run: no display; taking the host window's screenshots instead"; \
-	    QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/bin/zentooffice --screenshots $(SCREENSHOT_DIR) \
-	        && echo "run: screenshots of the host window are in $(SCREENSHOT_DIR)/"; \
+	@if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
+	    $(BUILD_DIR)/bin/zentooffice --signed-in; \
 	else \
-	    $(BUILD_DIR)/bin/zentooffice; \
+	    walk="$(BUILD_DIR)/bin/zentooffice --screenshots $(SCREENSHOT_DIR)"; \
+	    if command -v xvfb-run >/dev/null 2>&1; then \
+	        echo "run: no display; taking the host window's screenshots under Xvfb"; \
+	        xvfb-run -a -s "$(XVFB_SCREEN)" $$walk; \
+	    else \
+	        echo "run: no display and no Xvfb; taking the host window's screenshots offscreen"; \
+	        QT_QPA_PLATFORM=offscreen $$walk; \
+	    fi && echo "run: screenshots of the host window are in $(SCREENSHOT_DIR)/"; \
 	fi
 
 test: build

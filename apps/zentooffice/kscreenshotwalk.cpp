@@ -1,22 +1,26 @@
 #include "kscreenshotwalk.h"
 
+#include "kdeskhiveclient.h"
+#include "kdeveloperpanel.h"
+#include "kdocumentrequest.h"
+#include "kzentoofficehost.h"
 #include "kzentoofficewindow.h"
 
-#include <deskhive/deskhiveentrypoints.h>
 #include <deskhive/nimboclient.h>
 #include <vex/kmenubutton.h>
 #include <vex/kpopupwidget.h>
+#include <vex/ktriggercommand.h>
 #include <vexlite/hostcontrol.h>
 
 #include <QApplication>
-#include <QCoreApplication>
 #include <QCursor>
 #include <QDeadlineTimer>
+#include <QDialog>
 #include <QDir>
+#include <QEvent>
 #include <QEventLoop>
 #include <QFile>
 #include <QImage>
-#include <QLibrary>
 #include <QTimer>
 
 #include <memory>
@@ -32,7 +36,15 @@ const QByteArray kCompanyIpcError = R"({"IsLogined": true, "Name": "Ada Lovelace
     "emit": ["occurIpcErrorsWhenGetUserInf"]})";
 const QByteArray kSignedOut = R"({"IsLogined": false})";
 
-// Behind the balloons and menus that reach past the window.
+// A cloud document as the helper layer hands it over ("Quarterly
+// report.docx" in Base64).
+const QString kCloudDocument =
+    QStringLiteral("vexnimbo://type=open&fileid=4711&displayname=UXVhcnRlcmx5IHJlcG9ydC5kb2N4");
+
+const QSize kWindowSize(640, 400);
+const QSize kPanelWindowSize(1060, 780);
+
+// Behind the balloons, menus and dialogs that reach past the window.
 const QColor kBackdrop(0xE4, 0xE7, 0xEB);
 
 // The windows the button has opened (balloon, menu) that are on the screen.
@@ -52,24 +64,46 @@ QPoint outside(QWidget* window)
     return window->frameGeometry().bottomRight() + QPoint(40, 40);
 }
 
+// Runs whenShown once a web dialog of parent is on the screen (its page
+// loaded, or its wait over), from inside the dialog's modal run.
+class KWebDialogHook : public QObject
+{
+public:
+    KWebDialogHook(QWidget* parent, std::function<void(QDialog*)> whenShown)
+        : m_parent(parent)
+        , m_whenShown(std::move(whenShown))
+    {
+        qApp->installEventFilter(this);
+    }
+    ~KWebDialogHook() override { qApp->removeEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* dialog = qobject_cast<QDialog*>(watched);
+        if (event->type() == QEvent::Show && dialog && dialog->inherits("KxWebDlg") &&
+            dialog->parentWidget() == m_parent && !m_done) {
+            m_done = true;
+            QTimer::singleShot(0, dialog, [this, dialog] { m_whenShown(dialog); });
+        }
+        return false;
+    }
+
+private:
+    QWidget* m_parent;
+    std::function<void(QDialog*)> m_whenShown;
+    bool m_done = false;
+};
+
 } // namespace
 
-KScreenshotWalk::KScreenshotWalk(const QString& dir, const QString& statePath, QTextStream& err)
-    : m_dir(dir)
+KScreenshotWalk::KScreenshotWalk(KZentoOfficeHost* host, const QString& dir,
+                                 const QString& statePath, QTextStream& err)
+    : m_host(host)
+    , m_dir(dir)
     , m_statePath(statePath)
     , m_err(err)
-{
-    // The simulator the plug-in loaded (the same library, loaded once): its
-    // client says when it has read the state file.
-    QLibrary simulator(QCoreApplication::applicationDirPath() +
-                       QStringLiteral("/addons/deskhive/deskhive"));
-    if (simulator.load()) {
-        const auto entry =
-            reinterpret_cast<NimboClientInstanceFunc>(simulator.resolve("NimboClientInstance"));
-        if (entry)
-            m_client = entry();
-    }
-}
+    , m_client(KDeskhiveClient::client())
+{}
 
 bool KScreenshotWalk::run()
 {
@@ -84,70 +118,115 @@ bool KScreenshotWalk::run()
     QCursor::setPos(0, 0);
     if (!setState(kPersonal))
         return false;
-    auto window = std::make_unique<KZentoOfficeWindow>();
+    const std::unique_ptr<KZentoOfficeWindow> window(m_host->newWindow());
+    window->openDocument(KDocumentRequest::fromArgument(kCloudDocument, QString()));
+    window->resize(kWindowSize);
     if (!openWindow(window.get()))
         return false;
-    KMenuButton* button = userButton(window.get());
-    if (!button) {
+    if (!userButton(window.get())) {
         m_err << "zentooffice: the profile's title area has no user-centre button\n";
         return false;
     }
-    // Shown with the name, and laid out for it.
-    const auto shows = [button](const QString& text) {
-        return [button, text] {
-            return button->isVisible() && button->text() == text &&
-                   button->size() == button->sizeHint();
-        };
-    };
-
+    const QString language = krt::hostcontrol::language();
     const bool ok =
-        step("signed-in",
-             [&] { return waitFor(shows("Demo User")) && save("signed-in", window.get()); }) &&
-        step("company",
-             [&] {
-                 return setState(kCompany) && waitFor(shows("Ada Lovelace")) &&
-                        save("company", window.get());
-             }) &&
-        step("account-menu", [&] { return captureMenu(window.get(), "account-menu"); }) &&
-        step("offline",
-             [&] {
-                 krt::hostcontrol::setLogoutDuetoOffLine(true);
-                 const bool saved = showOfflineBalloon(window.get()) &&
-                                    save("offline", window.get(), shownWindowsOf(button));
-                 QCursor::setPos(outside(window.get()));
-                 krt::hostcontrol::setLogoutDuetoOffLine(false);
-                 return saved && waitFor([button] { return shownWindowsOf(button).isEmpty(); });
-             }) &&
-        step("login-error-tip",
-             [&] {
-                 return setState(kCompanyIpcError) &&
-                        waitFor([button] { return !shownWindowsOf(button).isEmpty(); }) &&
-                        save("login-error-tip", window.get(), shownWindowsOf(button));
-             }) &&
-        step("signed-out", [&] {
-            return setState(kSignedOut) && waitFor([button] { return !button->isVisible(); }) &&
-                   save("signed-out", window.get());
-        });
+        accountSteps(window.get()) && webSteps(window.get()) && chineseSteps(window.get());
+    m_host->setServicePages(KZentoOfficeHost::InternetPages);
+    m_host->setLanguage(language);
+    return ok;
+}
+
+bool KScreenshotWalk::accountSteps(KZentoOfficeWindow* window)
+{
+    KMenuButton* button = userButton(window);
+    return step("signed-in",
+                [&] {
+                    return waitFor([&] { return showsUser(window, "Demo User"); }) &&
+                           save("signed-in", window);
+                }) &&
+           step("company",
+                [&] {
+                    return setState(kCompany) &&
+                           waitFor([&] { return showsUser(window, "Ada Lovelace"); }) &&
+                           save("company", window);
+                }) &&
+           step("account-menu", [&] { return captureMenu(window, "account-menu"); }) &&
+           step("offline",
+                [&] {
+                    m_host->setOffline(true);
+                    const bool saved = showOfflineBalloon(window) &&
+                                       save("offline", window, shownWindowsOf(button));
+                    QCursor::setPos(outside(window));
+                    m_host->setOffline(false);
+                    return saved && waitFor([button] { return shownWindowsOf(button).isEmpty(); });
+                }) &&
+           step("login-error-tip",
+                [&] {
+                    return setState(kCompanyIpcError) &&
+                           waitFor([button] { return !shownWindowsOf(button).isEmpty(); }) &&
+                           save("login-error-tip", window, shownWindowsOf(button));
+                }) &&
+           step("signed-out", [&] {
+               return setState(kSignedOut) && waitFor([button] { return !button->isVisible(); }) &&
+                      save("signed-out", window);
+           });
+}
+
+bool KScreenshotWalk::webSteps(KZentoOfficeWindow* window)
+{
+    if (!m_host->webModule()) {
+        m_err << "zentooffice: no web module: " << m_host->webModuleError() << '\n';
+        return false;
+    }
+    if (!setState(kPersonal) || !waitFor([&] { return showsUser(window, "Demo User"); }))
+        return false;
+    const bool ok = step("webdlg-online",
+                         [&] {
+                             m_host->setServicePages(KZentoOfficeHost::LocalPages);
+                             return captureWelcomePage(window, "webdlg-online");
+                         }) &&
+                    step("webdlg-offline", [&] {
+                        m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
+                        return captureWelcomePage(window, "webdlg-offline");
+                    });
     if (!ok)
         return false;
 
-    // The same in Chinese, in a window made after the switch, as the suite
-    // makes its windows' commands.
-    window.reset();
-    krt::hostcontrol::setLanguage(QStringLiteral("zh_CN"));
-    if (!setState(kPersonal))
-        return false;
-    auto chinese = std::make_unique<KZentoOfficeWindow>();
-    return openWindow(chinese.get()) &&
-           step("account-menu-zh_CN",
-                [&] { return captureMenu(chinese.get(), "account-menu-zh_CN"); }) &&
+    // The panel after a visit to the personal centre on the local pages:
+    // the address with automatic sign-in, caught instead of opened.
+    m_host->setServicePages(KZentoOfficeHost::LocalPages);
+    auto* center = qobject_cast<KTriggerCommand*>(
+        window->findCommand(QStringLiteral("KxOpenPersonalCenterCommand")));
+    if (center)
+        center->trigger();
+    window->setDeveloperPanelVisible(true);
+    window->resize(kPanelWindowSize);
+    const bool saved = step("developer-panel", [&] {
+        return waitFor([window] { return window->developerPanel()->isVisible(); }) &&
+               save("developer-panel", window);
+    });
+    window->setDeveloperPanelVisible(false);
+    window->resize(kWindowSize);
+    return saved;
+}
+
+// The interface switched as the developer panel switches it: the host's
+// menus and the plug-in's commands, made anew in the window.
+bool KScreenshotWalk::chineseSteps(KZentoOfficeWindow* window)
+{
+    m_host->setLanguage(QStringLiteral("zh_CN"));
+    KMenuButton* button = nullptr;
+    // Active again after the dialogs, so that hovering opens the menu.
+    return openWindow(window) && waitFor([&] {
+               button = userButton(window);
+               return button && showsUser(window, "Demo User");
+           }) &&
+           step("account-menu-zh_CN", [&] { return captureMenu(window, "account-menu-zh_CN"); }) &&
            step("offline-zh_CN", [&] {
-               krt::hostcontrol::setLogoutDuetoOffLine(true);
-               KMenuButton* shown = userButton(chinese.get());
-               const bool saved = shown && showOfflineBalloon(chinese.get()) &&
-                                  save("offline-zh_CN", chinese.get(), shownWindowsOf(shown));
-               QCursor::setPos(outside(chinese.get()));
-               krt::hostcontrol::setLogoutDuetoOffLine(false);
+               m_host->setOffline(true);
+               const bool saved = showOfflineBalloon(window) &&
+                                  save("offline-zh_CN", window, shownWindowsOf(button));
+               QCursor::setPos(outside(window));
+               m_host->setOffline(false);
                return saved;
            });
 }
@@ -213,6 +292,14 @@ KMenuButton* KScreenshotWalk::userButton(KMainWindow* window) const
     return qobject_cast<KMenuButton*>(window->pocketWidget(command));
 }
 
+// Shown with the name, and laid out for it.
+bool KScreenshotWalk::showsUser(KMainWindow* window, const QString& name) const
+{
+    KMenuButton* button = userButton(window);
+    return button && button->isVisible() && button->text() == name &&
+           button->size() == button->sizeHint();
+}
+
 // The mouse comes to rest on the user-centre button.
 bool KScreenshotWalk::hover(KMainWindow* window)
 {
@@ -253,6 +340,18 @@ bool KScreenshotWalk::captureMenu(KMainWindow* window, const QString& name)
     return opened && saved;
 }
 
+// Help > Welcome Page, taken once the dialog shows and closed from there.
+bool KScreenshotWalk::captureWelcomePage(KZentoOfficeWindow* window, const QString& name)
+{
+    bool saved = false;
+    const KWebDialogHook hook(window, [&](QDialog* dialog) {
+        saved = save(name, window, {dialog});
+        dialog->accept();
+    });
+    window->showWelcomePage();
+    return saved;
+}
+
 // The window and the given windows above it, as they stand on the screen.
 bool KScreenshotWalk::save(const QString& name, QWidget* window, const QList<QWidget*>& extras)
 {
@@ -268,7 +367,7 @@ bool KScreenshotWalk::save(const QString& name, QWidget* window, const QList<QWi
     for (QWidget* extra : extras)
         extra->render(&image, extra->geometry().topLeft() - area.topLeft(), QRegion(),
                       QWidget::DrawChildren);
-    const QString path = QDir(m_dir).filePath(name + QStringLiteral(".png"));
+    const QString path = QDir(m_dir).filePath(QStringLiteral("host-%1.png").arg(name));
     if (!image.save(path)) {
         m_err << "zentooffice: cannot write " << path << '\n';
         return false;

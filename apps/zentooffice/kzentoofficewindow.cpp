@@ -1,19 +1,359 @@
 #include "kzentoofficewindow.h"
 
+#include "ikhostweb.h"
+#include "kaboutdialog.h"
+#include "kdeveloperpanel.h"
+#include "kdocumentrequest.h"
+#include "kzentoofficehost.h"
+
+#include <vex/kcommand.h>
+#include <vex/klistcommand.h>
 #include <vexlite/krtauth.h>
 
+#include <QAction>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTextCodec>
+#include <QVBoxLayout>
 
-KZentoOfficeWindow::KZentoOfficeWindow(QWidget* parent)
-    : KMainWindow(parent)
+namespace {
+
+// Larger files open as a notice, not as text.
+constexpr qint64 kMaxTextSize = qint64(4) * 1024 * 1024;
+
+// The Help menu's pages, by the plug-in's information keys.
+struct KProductPage
 {
-    setWindowTitle(krt::auth::getStringInfo(QStringLiteral("Product/VexName"),
-                                            QStringLiteral("Zento Office")));
-    auto* page = new QPlainTextEdit(this);
-    page->setPlaceholderText(QStringLiteral("Type here. The account sits in the title area: rest "
-                                            "the mouse on it for the account menu."));
-    page->setFrameShape(QFrame::NoFrame);
-    setCentralWidget(page);
+    const char* objectName;
+    const char* key;
+};
+const KProductPage kProductPages[] = {
+    {"actionHomePage", "Product/HomePage"},
+    {"actionHelp", "Product/HelpPage"},
+    {"actionFeedback", "Product/UserFeedbackPage"},
+    {"actionSupport", "Product/TechSupportUrl"},
+};
+
+QUrl productPageUrl(const QString& key)
+{
+    return QUrl(krt::auth::getInfo(key).toString(), QUrl::TolerantMode);
+}
+
+// The file's text, or a null string when it is too large, unreadable or not
+// UTF-8 text.
+QString readText(const QString& path)
+{
+    QFile file(path);
+    if (file.size() > kMaxTextSize || !file.open(QIODevice::ReadOnly))
+        return QString();
+    const QByteArray content = file.readAll();
+    QTextCodec::ConverterState state;
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(content.constData(), content.size(), &state);
+    if (state.invalidChars > 0 || content.contains('\0'))
+        return QString();
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+} // namespace
+
+KZentoOfficeWindow::KZentoOfficeWindow(KZentoOfficeHost* host, QWidget* parent)
+    : KMainWindow(parent)
+    , m_host(host)
+    , m_documents(new QTabWidget(this))
+    , m_menuBar(new QMenuBar(this))
+    , m_panel(new KDeveloperPanel(host, this))
+{
+    // The title area, then the menu bar, as the suite's windows have them.
+    auto* top = new QWidget(this);
+    auto* topLayout = new QVBoxLayout(top);
+    topLayout->setContentsMargins(0, 0, 0, 0);
+    topLayout->setSpacing(0);
+    topLayout->addWidget(titleArea());
+    topLayout->addWidget(m_menuBar);
+    setMenuWidget(top);
+
+    m_documents->setObjectName(QStringLiteral("documents"));
+    m_documents->setDocumentMode(true);
+    m_documents->setTabsClosable(true);
+    m_documents->setMovable(true);
+    connect(m_documents, &QTabWidget::tabCloseRequested, this, [this](int index) {
+        QWidget* page = m_documents->widget(index);
+        m_documents->removeTab(index);
+        delete page;
+    });
+    setCentralWidget(m_documents);
+    addDockWidget(Qt::RightDockWidgetArea, m_panel);
+
+    createMenus();
+    retranslateUi();
     addTitleCommandsFromProfile();
-    resize(640, 360);
+    newDocument();
+    resize(640, 400);
+}
+
+KZentoOfficeWindow::~KZentoOfficeWindow() = default;
+
+void KZentoOfficeWindow::setDeveloperPanelVisible(bool visible)
+{
+    // The View menu's entry follows, and shows or hides the panel.
+    findChild<QAction*>(QStringLiteral("actionDeveloperPanel"))->setChecked(visible);
+    m_panel->setVisible(visible);
+}
+
+int KZentoOfficeWindow::openDocument(const KDocumentRequest& request)
+{
+    auto* page = new QPlainTextEdit;
+    page->setFrameShape(QFrame::NoFrame);
+    page->setAccessibleName(request.title());
+    if (request.kind() == KDocumentRequest::LocalFile) {
+        const QString text = readText(request.path());
+        if (text.isNull()) {
+            page->setReadOnly(true);
+            page->setPlainText(
+                tr("%1 is not a text file this window can show.").arg(request.path()));
+        } else {
+            page->setPlainText(text);
+        }
+    } else {
+        page->setReadOnly(true);
+        page->setPlainText(tr("%1\n\nA cloud document (file id %2), opened through %3://.")
+                               .arg(request.displayName(), request.fileId(), request.scheme()));
+    }
+    const int index = m_documents->addTab(page, request.title());
+    m_documents->setTabToolTip(
+        index, request.kind() == KDocumentRequest::LocalFile ? request.path() : request.argument());
+    m_documents->setCurrentIndex(index);
+    return index;
+}
+
+void KZentoOfficeWindow::rebuildTitleCommands()
+{
+    // The commands of a tree are all parented to the window, not to their
+    // list: collect the whole tree first.
+    QList<KCommand*> old;
+    QList<KCommand*> pending{titleCommands()};
+    while (!pending.isEmpty()) {
+        KCommand* command = pending.takeFirst();
+        for (int i = 0; i < command->childCount(); ++i) {
+            if (KCommand* child = command->childAt(i)) {
+                old << child;
+                pending << child;
+            }
+        }
+    }
+    titleCommands()->clearChildren();
+    // Later: a rebuild may come from inside one of their widgets.
+    for (KCommand* command : qAsConst(old))
+        command->deleteLater();
+    addTitleCommandsFromProfile();
+    updateCommands();
+}
+
+void KZentoOfficeWindow::newDocument()
+{
+    auto* page = new QPlainTextEdit;
+    page->setFrameShape(QFrame::NoFrame);
+    const QString title = tr("Document %1").arg(++m_untitled);
+    page->setAccessibleName(title);
+    m_documents->setCurrentIndex(m_documents->addTab(page, title));
+    page->setFocus();
+}
+
+void KZentoOfficeWindow::openFile()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open"));
+    if (path.isEmpty())
+        return;
+    const KDocumentRequest request = KDocumentRequest::fromArgument(path, QString());
+    if (request.isValid())
+        openDocument(request);
+    else
+        statusBar()->showMessage(tr("%1: %2").arg(path, request.error()));
+}
+
+void KZentoOfficeWindow::closeCurrentTab()
+{
+    if (m_documents->count() > 0)
+        emit m_documents->tabCloseRequested(m_documents->currentIndex());
+}
+
+void KZentoOfficeWindow::showWelcomePage()
+{
+    IKHostWeb* web = m_host->webModule();
+    if (!web) {
+        QMessageBox::warning(this, windowTitle(),
+                             tr("The web module is missing: %1").arg(m_host->webModuleError()));
+        return;
+    }
+    const QUrl url = krt::auth::getInfo(QStringLiteral("Product/Url/LauncherPage")).toUrl();
+    QPointer<QDialog> dialog = web->createWebDialog(url, this);
+    // Centred on the window: the dialog draws its own frame, so Qt's
+    // allowance for a window manager's title bar would put it too high.
+    dialog->move(frameGeometry().center() - dialog->rect().center());
+    dialog->exec();
+    delete dialog;
+}
+
+void KZentoOfficeWindow::showAbout()
+{
+    auto* about = new KAboutDialog(this);
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->open();
+}
+
+void KZentoOfficeWindow::focusAccountButton()
+{
+    for (const char* name : {"UserCenter", "SignIn"}) {
+        QWidget* button = pocketWidget(findCommand(QLatin1String(name)));
+        if (button && button->isVisible()) {
+            button->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
+}
+
+void KZentoOfficeWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslateUi();
+    KMainWindow::changeEvent(event);
+}
+
+void KZentoOfficeWindow::openProductPage()
+{
+    auto* action = qobject_cast<QAction*>(sender());
+    if (!action)
+        return;
+    const QUrl url = productPageUrl(action->data().toString());
+    if (url.isEmpty() || !QDesktopServices::openUrl(url))
+        statusBar()->showMessage(tr("Cannot open %1").arg(url.toString()));
+}
+
+void KZentoOfficeWindow::updateHelpMenu()
+{
+    for (const KProductPage& page : kProductPages) {
+        if (auto* action = findChild<QAction*>(QLatin1String(page.objectName)))
+            action->setEnabled(!productPageUrl(QLatin1String(page.key)).isEmpty());
+    }
+}
+
+void KZentoOfficeWindow::fillAccountMenu()
+{
+    const QList<QMenu*> submenus =
+        m_accountMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+    m_accountMenu->clear();
+    qDeleteAll(submenus);
+    updateCommands();
+    KListCommand::fillMenu(m_accountMenu, titleCommands());
+    m_accountMenu->addSeparator();
+    m_accountMenu->addAction(findChild<QAction*>(QStringLiteral("actionAccountButton")));
+}
+
+void KZentoOfficeWindow::createMenus()
+{
+    m_fileMenu = m_menuBar->addMenu(QString());
+    addAction(m_fileMenu, "actionNewDocument", QKeySequence::New, SLOT(newDocument()));
+    QAction* newWindow = addAction(m_fileMenu, "actionNewWindow",
+                                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), nullptr);
+    connect(newWindow, &QAction::triggered, m_host, [this] { m_host->newWindow()->show(); });
+    addAction(m_fileMenu, "actionOpen", QKeySequence::Open, SLOT(openFile()));
+    m_fileMenu->addSeparator();
+    addAction(m_fileMenu, "actionCloseTab", QKeySequence::Close, SLOT(closeCurrentTab()));
+    addAction(m_fileMenu, "actionCloseWindow", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W),
+              SLOT(close()));
+    m_fileMenu->addSeparator();
+    QAction* quit = addAction(m_fileMenu, "actionQuit", QKeySequence::Quit, nullptr);
+    connect(quit, &QAction::triggered, qApp, &QApplication::closeAllWindows, Qt::QueuedConnection);
+
+    m_accountMenu = m_menuBar->addMenu(QString());
+    addAction(nullptr, "actionAccountButton", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
+              SLOT(focusAccountButton()));
+    connect(m_accountMenu, &QMenu::aboutToShow, this, &KZentoOfficeWindow::fillAccountMenu);
+    fillAccountMenu();
+
+    m_viewMenu = m_menuBar->addMenu(QString());
+    QAction* panel = addAction(m_viewMenu, "actionDeveloperPanel",
+                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), nullptr);
+    panel->setCheckable(true);
+    connect(panel, &QAction::toggled, m_panel, &QWidget::setVisible);
+    connect(m_panel, &QDockWidget::visibilityChanged, panel, [this, panel] {
+        // Hidden behind another dock's tab still counts as open.
+        panel->setChecked(!m_panel->isHidden());
+    });
+
+    m_helpMenu = m_menuBar->addMenu(QString());
+    addAction(m_helpMenu, "actionWelcome", QKeySequence(), SLOT(showWelcomePage()));
+    m_helpMenu->addSeparator();
+    for (const KProductPage& page : kProductPages) {
+        QAction* action =
+            addAction(m_helpMenu, page.objectName,
+                      qstrcmp(page.key, "Product/HelpPage") == 0 ? QKeySequence::HelpContents
+                                                                 : QKeySequence(),
+                      SLOT(openProductPage()));
+        action->setData(QLatin1String(page.key));
+    }
+    m_helpMenu->addSeparator();
+    addAction(m_helpMenu, "actionAbout", QKeySequence(), SLOT(showAbout()));
+    connect(m_helpMenu, &QMenu::aboutToShow, this, &KZentoOfficeWindow::updateHelpMenu);
+    updateHelpMenu();
+}
+
+QAction* KZentoOfficeWindow::addAction(QMenu* menu, const char* objectName,
+                                       const QKeySequence& shortcut, const char* slot)
+{
+    auto* action = new QAction(this);
+    action->setObjectName(QLatin1String(objectName));
+    action->setShortcut(shortcut);
+    // Shortcuts work while the menu bar is closed, too.
+    KMainWindow::addAction(action);
+    if (menu)
+        menu->addAction(action);
+    if (slot)
+        connect(action, SIGNAL(triggered()), this, slot);
+    return action;
+}
+
+void KZentoOfficeWindow::retranslateUi()
+{
+    const QString product = krt::auth::getStringInfo(QStringLiteral("Product/VexName"));
+    setWindowTitle(product);
+    titleArea()->setAccessibleName(tr("Title bar"));
+    m_menuBar->setAccessibleName(tr("Menu bar"));
+    m_documents->setAccessibleName(tr("Documents"));
+
+    m_fileMenu->setTitle(tr("&File"));
+    m_accountMenu->setTitle(tr("&Account"));
+    m_viewMenu->setTitle(tr("&View"));
+    m_helpMenu->setTitle(tr("&Help"));
+    const QPair<const char*, QString> texts[] = {
+        {"actionNewDocument", tr("&New Document")},
+        {"actionNewWindow", tr("New &Window")},
+        {"actionOpen", tr("&Open...")},
+        {"actionCloseTab", tr("&Close Tab")},
+        {"actionCloseWindow", tr("Close Win&dow")},
+        {"actionQuit", tr("&Quit")},
+        {"actionAccountButton", tr("Go to the Account &Button")},
+        {"actionDeveloperPanel", tr("&Developer Panel")},
+        {"actionWelcome", tr("&Welcome Page")},
+        {"actionHomePage", tr("&Home Page")},
+        {"actionHelp", tr("&Help Contents")},
+        {"actionFeedback", tr("Send &Feedback")},
+        {"actionSupport", tr("Technical &Support")},
+        {"actionAbout", tr("&About %1").arg(product)},
+    };
+    for (const auto& text : texts) {
+        if (auto* action = findChild<QAction*>(QLatin1String(text.first)))
+            action->setText(text.second);
+    }
 }

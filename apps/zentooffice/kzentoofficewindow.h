@@ -3,14 +3,79 @@
 
 #include <vex/kmainwindow.h>
 
-// A main window of the suite's word processor: the title area with the
-// commands of the host profile's "TitleBar" tree, and a page to type on.
+#include <QPointer>
+
+class KDeveloperPanel;
+class KDocumentRequest;
+class KZentoOfficeHost;
+class QAction;
+class QMenu;
+class QMenuBar;
+class QTabWidget;
+
+// A main window of the suite: the title area with the commands of the host
+// profile's "TitleBar" tree (the plug-in's user-centre button with its
+// account menu, the host's sign-in and sign-out), the menu bar below it,
+// documents in tabs, and the developer panel as a dock.
+//
+// Menus: File (new document, new window, open, close tab and window,
+// quit), Account (the title area's commands as menu entries, and the way
+// to the account button), View (the developer panel) and Help (the
+// Welcome page in the plug-in's web dialog, the product's home, help,
+// feedback and support pages through krt::auth::getInfo, About).
 class KZentoOfficeWindow : public KMainWindow
 {
     Q_OBJECT
 
 public:
-    explicit KZentoOfficeWindow(QWidget* parent = nullptr);
+    explicit KZentoOfficeWindow(KZentoOfficeHost* host, QWidget* parent = nullptr);
+    ~KZentoOfficeWindow() override;
+
+    KZentoOfficeHost* host() const { return m_host; }
+    QTabWidget* documents() const { return m_documents; }
+    KDeveloperPanel* developerPanel() const { return m_panel; }
+    void setDeveloperPanelVisible(bool visible);
+
+    // A new tab for the document, made current; its index.
+    int openDocument(const KDocumentRequest& request);
+    // The title area's commands made anew from the profile (after the
+    // interface language or the display scale changed).
+    void rebuildTitleCommands();
+
+public slots:
+    void newDocument();
+    void openFile();
+    void closeCurrentTab();
+    // The product's launcher page ("Product/Url/LauncherPage") in the
+    // plug-in's web dialog, the library's offline page its fallback.
+    void showWelcomePage();
+    void showAbout();
+    // Keyboard focus to the account button (or the sign-in button).
+    void focusAccountButton();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private slots:
+    void openProductPage();
+    void updateHelpMenu();
+    void fillAccountMenu();
+
+private:
+    void createMenus();
+    void retranslateUi();
+    QAction* addAction(QMenu* menu, const char* objectName, const QKeySequence& shortcut,
+                       const char* slot);
+
+    KZentoOfficeHost* m_host;
+    QTabWidget* m_documents;
+    QMenuBar* m_menuBar;
+    KDeveloperPanel* m_panel;
+    QMenu* m_fileMenu = nullptr;
+    QMenu* m_accountMenu = nullptr;
+    QMenu* m_viewMenu = nullptr;
+    QMenu* m_helpMenu = nullptr;
+    int m_untitled = 0;
 };
 
 #endif // KZENTOOFFICEWINDOW_H

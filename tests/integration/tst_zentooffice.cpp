@@ -12,8 +12,13 @@ using namespace AuthTest;
 
 namespace {
 
-const QStringList kShots{"signed-in",       "company",    "account-menu",       "offline",
-                         "login-error-tip", "signed-out", "account-menu-zh_CN", "offline-zh_CN"};
+const QStringList kShots{
+    "signed-in",    "company",       "account-menu",   "offline",         "login-error-tip",
+    "signed-out",   "webdlg-online", "webdlg-offline", "developer-panel", "account-menu-zh_CN",
+    "offline-zh_CN"};
+
+// The launcher page's band, behind its heading.
+const QColor kLauncherBand(0xE3, 0xEC, 0xFB);
 
 // The title area's right end, where the user-centre button sits.
 QRect titleRightEnd(const QImage& shot)
@@ -57,21 +62,32 @@ private slots:
         QVERIFY2(run.exitCode == 0, qPrintable(run.err));
         QStringList expected;
         for (const QString& name : kShots)
-            expected << dir + "/" + name + ".png";
+            expected << dir + "/host-" + name + ".png";
         QCOMPARE(run.out.split('\n', Qt::SkipEmptyParts), expected);
 
-        QImage shots[8];
+        QHash<QString, QImage> shot;
         for (int i = 0; i < kShots.size(); ++i) {
-            shots[i] = QImage(expected[i]).convertToFormat(QImage::Format_ARGB32);
-            QVERIFY2(shots[i].width() >= 640 && shots[i].height() >= 360, qPrintable(kShots[i]));
+            shot[kShots[i]] = QImage(expected[i]).convertToFormat(QImage::Format_ARGB32);
+            QVERIFY2(shot[kShots[i]].width() >= 640 && shot[kShots[i]].height() >= 400,
+                     qPrintable(kShots[i]));
         }
         // The company mark's blue, the veil's grey, no button when signed out;
         // menus and balloons reach past the window.
-        QVERIFY(countNear(shots[1], titleRightEnd(shots[1]), QColor(0x2F, 0x6F, 0xED), 30) > 20);
-        QVERIFY(countNear(shots[3], titleRightEnd(shots[3]), QColor(177, 177, 177), 12) > 500);
-        QCOMPARE(countNear(shots[5], titleRightEnd(shots[5]), QColor(0x2F, 0x6F, 0xED), 30), 0);
-        for (int i : {2, 3, 4, 6, 7})
-            QVERIFY2(shots[i].width() > 640, qPrintable(kShots[i]));
+        const QColor blue(0x2F, 0x6F, 0xED);
+        QVERIFY(countNear(shot["company"], titleRightEnd(shot["company"]), blue, 30) > 20);
+        QVERIFY(countNear(shot["offline"], titleRightEnd(shot["offline"]), QColor(177, 177, 177),
+                          12) > 500);
+        QCOMPARE(countNear(shot["signed-out"], titleRightEnd(shot["signed-out"]), blue, 30), 0);
+        for (const char* name :
+             {"account-menu", "offline", "login-error-tip", "account-menu-zh_CN", "offline-zh_CN"})
+            QVERIFY2(shot[name].width() > 640, name);
+        // The launcher page from the local server, and the offline page when
+        // the pages cannot be reached; the panel beside the document.
+        const QImage& online = shot["webdlg-online"];
+        QVERIFY(countNear(online, online.rect(), kLauncherBand, 6) > 20000);
+        QCOMPARE(countNear(shot["webdlg-offline"], shot["webdlg-offline"].rect(), kLauncherBand, 6),
+                 0);
+        QVERIFY(shot["developer-panel"].width() > 1000);
     }
 
     // Without the plug-in beside it, a clear message and status 2.

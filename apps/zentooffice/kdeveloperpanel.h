@@ -1,0 +1,103 @@
+#ifndef KDEVELOPERPANEL_H
+#define KDEVELOPERPANEL_H
+
+#include <QDockWidget>
+#include <QFileSystemWatcher>
+
+class KZentoOfficeHost;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QScrollArea;
+class QTabWidget;
+class QUrl;
+
+// Drives what users otherwise meet only by chance. Through the cloud
+// simulator's state file: sign in and out, company account, the user's
+// picture, the client's four error signals. Through the host: signed out
+// because the network went away, the interface language, the display
+// scale, and where the service pages come from (the internet, the local
+// server, an unreachable one).
+//
+// It shows the usage events the plug-in's pages record through the host
+// (krt::infocollect), and the activity around them: the client's signals,
+// the local server's requests and the addresses the desktop was asked to
+// open while the pages were not the internet's.
+class KDeveloperPanel : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    explicit KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent = nullptr);
+    ~KDeveloperPanel() override;
+
+    // At most this many lines each in the activity and the event list.
+    static constexpr int kMaxLines = 200;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private slots:
+    void refreshAccount();
+    void refreshHost();
+    void refreshEvents();
+    void signIn();
+    void signOut();
+    void setCompanyAccount(bool company);
+    void chooseAvatar(int index);
+    void raiseError();
+    void chooseLanguage(int index);
+    void chooseScale(int index);
+    void chooseServicePages(int index);
+    void clearEvents();
+    void onUrlCaught(const QUrl& url);
+    void onRequestServed(const QString& method, const QString& target, int status);
+    void onLoginStatusChange();
+    void onUserInfoChange();
+    void onFailedToLaunch();
+    void onExitWithErrors(const QString& message);
+    void onIpcError();
+    void onRpcError();
+
+private:
+    QWidget* createControls();
+    QWidget* createLogs();
+    void retranslateUi();
+    void addActivity(const QString& line);
+    void reportWrite(bool written);
+    void watchEvents();
+
+    KZentoOfficeHost* m_host;
+    QScrollArea* m_scroll = nullptr;
+    QGroupBox* m_accountGroup = nullptr;
+    QPushButton* m_signIn = nullptr;
+    QPushButton* m_signOut = nullptr;
+    QCheckBox* m_company = nullptr;
+    QLabel* m_avatarLabel = nullptr;
+    QComboBox* m_avatar = nullptr;
+    QGroupBox* m_errorsGroup = nullptr;
+    QPushButton* m_launchError = nullptr;
+    QPushButton* m_exitError = nullptr;
+    QLineEdit* m_exitMessage = nullptr;
+    QPushButton* m_ipcError = nullptr;
+    QPushButton* m_rpcError = nullptr;
+    QGroupBox* m_hostGroup = nullptr;
+    QCheckBox* m_offline = nullptr;
+    QLabel* m_languageLabel = nullptr;
+    QComboBox* m_language = nullptr;
+    QLabel* m_scaleLabel = nullptr;
+    QComboBox* m_scale = nullptr;
+    QLabel* m_pagesLabel = nullptr;
+    QComboBox* m_pages = nullptr;
+    QTabWidget* m_logs = nullptr;
+    QPlainTextEdit* m_activity = nullptr;
+    QPlainTextEdit* m_events = nullptr;
+    QPushButton* m_clearEvents = nullptr;
+    QFileSystemWatcher m_watcher;
+};
+
+#endif // KDEVELOPERPANEL_H

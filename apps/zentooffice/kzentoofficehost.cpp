@@ -1,0 +1,218 @@
+#include "kzentoofficehost.h"
+
+#include "ikhostweb.h"
+#include "kdeskhiveclient.h"
+#include "kdocumentrequest.h"
+#include "kzentoofficewindow.h"
+
+#include <vex/kmainwindow.h>
+#include <vexlite/hostcontrol.h>
+#include <vexlite/krti18n.h>
+#include <vexlite/krtproduct.h>
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QStatusBar>
+#include <QTcpServer>
+
+namespace {
+
+const QString kJumpUrl = QStringLiteral("JumpUrl");
+const QString kPersonalCenterUrl = QStringLiteral("PersonalCenterUrl");
+const QString kEnterpriseCenterUrl = QStringLiteral("EnterpriseCenterUrl");
+
+// A port of the loopback interface that was free a moment ago: connections
+// to it are refused.
+quint16 refusingPort()
+{
+    QTcpServer probe;
+    return probe.listen(QHostAddress::LocalHost) ? probe.serverPort() : 9;
+}
+
+} // namespace
+
+KZentoOfficeHost::KZentoOfficeHost(QObject* parent)
+    : QObject(parent)
+    , m_state(KDeskhiveClient::stateFilePath())
+{
+    // The catalogue lives in a static library, whose resource registration
+    // a linker would otherwise drop.
+    Q_INIT_RESOURCE(zentooffice_i18n);
+    for (const QString& key : {kJumpUrl, kPersonalCenterUrl, kEnterpriseCenterUrl})
+        m_profileAddresses.insert(key, krt::product::getString(key));
+    installTranslator();
+}
+
+KZentoOfficeHost::~KZentoOfficeHost()
+{
+    // The windows first: they hold dialogs of the web module.
+    const QList<KZentoOfficeWindow*> open = windows();
+    qDeleteAll(open);
+    if (m_pages != InternetPages) {
+        QDesktopServices::unsetUrlHandler(QStringLiteral("http"));
+        QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+    }
+    if (m_translatorInstalled)
+        QCoreApplication::removeTranslator(&m_translator);
+}
+
+bool KZentoOfficeHost::loadWebModule(const QString& path)
+{
+    m_webLibrary.setFileName(path);
+    if (!m_webLibrary.load()) {
+        m_webError = m_webLibrary.errorString();
+        return false;
+    }
+    const auto entry = reinterpret_cast<GetHostWebFunc>(m_webLibrary.resolve("GetHostWeb"));
+    m_web = entry ? entry() : nullptr;
+    if (!m_web) {
+        m_webError = tr("%1 does not offer GetHostWeb").arg(path);
+        m_webLibrary.unload();
+        return false;
+    }
+    m_web->setNetworkAvailable(!m_offline);
+    return true;
+}
+
+KZentoOfficeWindow* KZentoOfficeHost::newWindow(bool withPanel)
+{
+    auto* window = new KZentoOfficeWindow(this);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setDeveloperPanelVisible(withPanel);
+    return window;
+}
+
+KZentoOfficeWindow* KZentoOfficeHost::activeWindow() const
+{
+    const QList<KZentoOfficeWindow*> open = windows();
+    return open.isEmpty() ? nullptr : open.first();
+}
+
+QList<KZentoOfficeWindow*> KZentoOfficeHost::windows() const
+{
+    QList<KZentoOfficeWindow*> open;
+    const QList<KMainWindow*> all = KMainWindow::mainWindows();
+    for (KMainWindow* window : all) {
+        auto* ours = qobject_cast<KZentoOfficeWindow*>(window);
+        if (ours && ours->host() == this)
+            open << ours;
+    }
+    return open;
+}
+
+void KZentoOfficeHost::openDocuments(const QList<KDocumentRequest>& requests)
+{
+    KZentoOfficeWindow* window = activeWindow();
+    if (!window) {
+        window = newWindow();
+        window->show();
+    }
+    for (const KDocumentRequest& request : requests)
+        window->openDocument(request);
+    window->raise();
+    window->activateWindow();
+}
+
+void KZentoOfficeHost::onArgumentsReceived(const QStringList& arguments)
+{
+    QList<KDocumentRequest> documents;
+    QStringList refused;
+    for (const QString& argument : arguments) {
+        const KDocumentRequest request =
+            KDocumentRequest::fromArgument(argument, QDir::currentPath());
+        if (request.isValid())
+            documents << request;
+        else
+            refused << tr("%1: %2").arg(argument, request.error());
+    }
+    openDocuments(documents);
+    if (!refused.isEmpty())
+        activeWindow()->statusBar()->showMessage(refused.join(QStringLiteral("; ")));
+}
+
+void KZentoOfficeHost::setServicePages(ServicePages pages)
+{
+    QHash<QString, QString> addresses = m_profileAddresses;
+    if (pages == LocalPages && m_server.listen()) {
+        addresses[kJumpUrl] = m_server.jumpBase().toString();
+        addresses[kPersonalCenterUrl] = m_server.personalCenterUrl().toString();
+        addresses[kEnterpriseCenterUrl] = m_server.enterpriseCenterUrl().toString();
+    } else if (pages != InternetPages) {
+        pages = UnreachablePages;
+        if (!m_unreachablePort)
+            m_unreachablePort = refusingPort();
+        const QString base = QStringLiteral("http://127.0.0.1:%1").arg(m_unreachablePort);
+        addresses[kJumpUrl] = base + QStringLiteral("/go");
+        addresses[kPersonalCenterUrl] = base + QStringLiteral("/center");
+        addresses[kEnterpriseCenterUrl] = base + QStringLiteral("/admin");
+    }
+    for (auto it = addresses.cbegin(); it != addresses.cend(); ++it)
+        krt::hostcontrol::setProductString(it.key(), it.value());
+
+    if ((pages == InternetPages) != (m_pages == InternetPages)) {
+        for (const QString& scheme : {QStringLiteral("http"), QStringLiteral("https")}) {
+            if (pages == InternetPages)
+                QDesktopServices::unsetUrlHandler(scheme);
+            else
+                QDesktopServices::setUrlHandler(scheme, this, "catchUrl");
+        }
+    }
+    m_pages = pages;
+    emit stateChanged();
+}
+
+void KZentoOfficeHost::setLanguage(const QString& language)
+{
+    krt::hostcontrol::setLanguage(language);
+    installTranslator();
+    rebuildTitleAreas();
+    emit stateChanged();
+}
+
+void KZentoOfficeHost::setDisplayScale(qreal scale)
+{
+    krt::hostcontrol::setDisplayScale(scale);
+    rebuildTitleAreas();
+    emit stateChanged();
+}
+
+void KZentoOfficeHost::setOffline(bool offline)
+{
+    m_offline = offline;
+    krt::hostcontrol::setLogoutDuetoOffLine(offline);
+    if (m_web)
+        m_web->setNetworkAvailable(!offline);
+    const QList<KZentoOfficeWindow*> open = windows();
+    for (KZentoOfficeWindow* window : open) {
+        window->updateCommands();
+        // The account button draws its veil from the flag.
+        const QList<QWidget*> widgets = window->titleArea()->findChildren<QWidget*>();
+        for (QWidget* widget : widgets)
+            widget->update();
+    }
+    emit stateChanged();
+}
+
+void KZentoOfficeHost::catchUrl(const QUrl& url)
+{
+    m_caught << url;
+    emit urlCaught(url);
+}
+
+void KZentoOfficeHost::installTranslator()
+{
+    if (m_translatorInstalled)
+        QCoreApplication::removeTranslator(&m_translator);
+    m_translatorInstalled =
+        m_translator.load(krt::i18n::uiLocale(), QStringLiteral("zentooffice"), QStringLiteral("_"),
+                          QStringLiteral(":/zentooffice/i18n")) &&
+        QCoreApplication::installTranslator(&m_translator);
+}
+
+void KZentoOfficeHost::rebuildTitleAreas()
+{
+    const QList<KZentoOfficeWindow*> open = windows();
+    for (KZentoOfficeWindow* window : open)
+        window->rebuildTitleCommands();
+}

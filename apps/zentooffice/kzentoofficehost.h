@@ -1,0 +1,109 @@
+#ifndef KZENTOOFFICEHOST_H
+#define KZENTOOFFICEHOST_H
+
+#include "klocalserviceserver.h"
+#include "ksimulatorstateeditor.h"
+
+#include <QHash>
+#include <QLibrary>
+#include <QList>
+#include <QObject>
+#include <QTranslator>
+#include <QUrl>
+
+class IKHostWeb;
+class KDocumentRequest;
+class KZentoOfficeWindow;
+
+// The reference host's application state beside the plug-in: its windows,
+// its web module, the local service pages, and what the developer panel
+// switches (interface language, display scale, network, where the service
+// pages come from). Every main window and panel works through it, so all
+// of them show the same state.
+class KZentoOfficeHost : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Where the product's service pages (the jump base "JumpUrl") and the
+    // centres ("PersonalCenterUrl", "EnterpriseCenterUrl") point.
+    enum ServicePages {
+        InternetPages,    // the profile's own addresses
+        LocalPages,       // the local server (KLocalServiceServer)
+        UnreachablePages, // a local port nobody listens on: pages fail to load
+    };
+
+    explicit KZentoOfficeHost(QObject* parent = nullptr);
+    ~KZentoOfficeHost() override;
+
+    // The web module (libhostweb) at path; without it the Welcome page is
+    // unavailable and webModuleError() says why.
+    bool loadWebModule(const QString& path);
+    IKHostWeb* webModule() const { return m_web; }
+    QString webModuleError() const { return m_webError; }
+
+    KLocalServiceServer* serviceServer() { return &m_server; }
+    KSimulatorStateEditor* simulatorState() { return &m_state; }
+
+    // A new main window (deleted when closed), with the developer panel
+    // shown or hidden; the caller shows it.
+    KZentoOfficeWindow* newWindow(bool withPanel = false);
+    // The window the user works in: the most recently activated one.
+    KZentoOfficeWindow* activeWindow() const;
+    QList<KZentoOfficeWindow*> windows() const;
+
+    // Opens each document in a new tab of the active window (a new window
+    // if there is none) and brings the window to the front.
+    void openDocuments(const QList<KDocumentRequest>& requests);
+
+    ServicePages servicePages() const { return m_pages; }
+    void setServicePages(ServicePages pages);
+    // "en_US" or "zh_CN": the host's language, the host's own texts, the
+    // plug-in's (its commands are made anew in every window).
+    void setLanguage(const QString& language);
+    // The display scale the host's style works at; the title areas are
+    // built anew at it.
+    void setDisplayScale(qreal scale);
+    // Signed out because the network went away (the active application's
+    // account service), and the plug-in's network monitor told of it.
+    void setOffline(bool offline);
+    bool isOffline() const { return m_offline; }
+
+    // Addresses the desktop was asked to open while the service pages were
+    // not the internet's, oldest first.
+    QList<QUrl> caughtUrls() const { return m_caught; }
+
+public slots:
+    // The desktop's URL handler for http and https while the service pages
+    // are local or unreachable: no browser is needed, the address is kept.
+    void catchUrl(const QUrl& url);
+
+    // What another process handed over (KSingleInstance): its document
+    // addresses and paths are opened, anything else is reported in the
+    // status bar; with none, the active window comes to the front.
+    void onArgumentsReceived(const QStringList& arguments);
+
+signals:
+    // Language, display scale, network or service pages changed.
+    void stateChanged();
+    void urlCaught(const QUrl& url);
+
+private:
+    void installTranslator();
+    void rebuildTitleAreas();
+
+    QLibrary m_webLibrary;
+    IKHostWeb* m_web = nullptr;
+    QString m_webError;
+    KLocalServiceServer m_server;
+    KSimulatorStateEditor m_state;
+    QTranslator m_translator;
+    bool m_translatorInstalled = false;
+    ServicePages m_pages = InternetPages;
+    QHash<QString, QString> m_profileAddresses;
+    quint16 m_unreachablePort = 0;
+    bool m_offline = false;
+    QList<QUrl> m_caught;
+};
+
+#endif // KZENTOOFFICEHOST_H

@@ -1,0 +1,396 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>KAboutDialog</name>
+    <message>
+        <source>About %1</source>
+        <translation>关于 %1</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>版本 %1</translation>
+    </message>
+</context>
+<context>
+    <name>KDeveloperPanel</name>
+    <message>
+        <source>Developer Panel</source>
+        <translation>开发者面板</translation>
+    </message>
+    <message>
+        <source>Account (simulator)</source>
+        <translation>账号（模拟器）</translation>
+    </message>
+    <message>
+        <source>Sign &amp;in</source>
+        <translation>登录(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Sign &amp;out</source>
+        <translation>退出登录(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Company account</source>
+        <translation>企业账号(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Demo picture</source>
+        <translation>演示头像</translation>
+    </message>
+    <message>
+        <source>Initials on teal</source>
+        <translation>青色首字母头像</translation>
+    </message>
+    <message>
+        <source>Initials on orange</source>
+        <translation>橙色首字母头像</translation>
+    </message>
+    <message>
+        <source>Other picture...</source>
+        <translation>其他图片...</translation>
+    </message>
+    <message>
+        <source>Cloud client errors</source>
+        <translation>云客户端错误</translation>
+    </message>
+    <message>
+        <source>Host</source>
+        <translation>宿主</translation>
+    </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>语言(&amp;L)：</translation>
+    </message>
+    <message>
+        <source>Display &amp;scale:</source>
+        <translation>显示缩放(&amp;S)：</translation>
+    </message>
+    <message>
+        <source>The screen&apos;s</source>
+        <translation>跟随屏幕</translation>
+    </message>
+    <message>
+        <source>The internet (profile)</source>
+        <translation>互联网（配置文件）</translation>
+    </message>
+    <message>
+        <source>Local server %1</source>
+        <translation>本地服务器 %1</translation>
+    </message>
+    <message>
+        <source>Unreachable server</source>
+        <translation>无法访问的服务器</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>活动</translation>
+    </message>
+    <message>
+        <source>Usage events</source>
+        <translation>使用事件</translation>
+    </message>
+    <message>
+        <source>Exit message</source>
+        <translation>退出信息</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>头像</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>Display scale</source>
+        <translation>显示缩放</translation>
+    </message>
+    <message>
+        <source>Service pages</source>
+        <translation>服务页面</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif)</source>
+        <translation>图片 (*.png *.jpg *.jpeg *.bmp *.gif)</translation>
+    </message>
+    <message>
+        <source>Cannot write a picture beside %1</source>
+        <translation>无法在 %1 旁写入头像</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>Opened %1</source>
+        <translation>已打开 %1</translation>
+    </message>
+    <message>
+        <source>Served %1 %2: %3</source>
+        <translation>已响应 %1 %2：%3</translation>
+    </message>
+    <message>
+        <source>Client: login status changed</source>
+        <translation>客户端：登录状态已改变</translation>
+    </message>
+    <message>
+        <source>Client: user information changed</source>
+        <translation>客户端：用户信息已改变</translation>
+    </message>
+    <message>
+        <source>Client: the cloud service did not start</source>
+        <translation>客户端：云服务未能启动</translation>
+    </message>
+    <message>
+        <source>Client: the cloud service exited: %1</source>
+        <translation>客户端：云服务已退出：%1</translation>
+    </message>
+    <message>
+        <source>Sync cache: IPC error getting user information</source>
+        <translation>同步缓存：获取用户信息时发生 IPC 错误</translation>
+    </message>
+    <message>
+        <source>Sync cache: RPC error getting user information</source>
+        <translation>同步缓存：获取用户信息时发生 RPC 错误</translation>
+    </message>
+    <message>
+        <source>Pict&amp;ure:</source>
+        <translation>头像(&amp;U)：</translation>
+    </message>
+    <message>
+        <source>Launch faile&amp;d</source>
+        <translation>启动失败(&amp;D)</translation>
+    </message>
+    <message>
+        <source>The cloud service process did not start</source>
+        <translation>云服务进程未能启动</translation>
+    </message>
+    <message>
+        <source>&amp;Exited with:</source>
+        <translation>异常退出(&amp;E)：</translation>
+    </message>
+    <message>
+        <source>The cloud service process exited with the error below</source>
+        <translation>云服务进程因下面的错误退出</translation>
+    </message>
+    <message>
+        <source>I&amp;PC error</source>
+        <translation>IPC 错误(&amp;P)</translation>
+    </message>
+    <message>
+        <source>IPC error while getting the user information</source>
+        <translation>获取用户信息时发生 IPC 错误</translation>
+    </message>
+    <message>
+        <source>&amp;RPC error</source>
+        <translation>RPC 错误(&amp;R)</translation>
+    </message>
+    <message>
+        <source>RPC error while getting the user information</source>
+        <translation>获取用户信息时发生 RPC 错误</translation>
+    </message>
+    <message>
+        <source>Offli&amp;ne: signed out by the network</source>
+        <translation>离线(&amp;N)：因网络退出登录</translation>
+    </message>
+    <message>
+        <source>Service pa&amp;ges:</source>
+        <translation>服务页面(&amp;G)：</translation>
+    </message>
+    <message>
+        <source>Clear the lis&amp;t</source>
+        <translation>清空列表(&amp;T)</translation>
+    </message>
+</context>
+<context>
+    <name>KDocumentRequest</name>
+    <message>
+        <source>an empty argument</source>
+        <translation>参数为空</translation>
+    </message>
+    <message>
+        <source>neither a document address nor a file</source>
+        <translation>既不是文档地址也不是文件</translation>
+    </message>
+    <message>
+        <source>the address does not ask to open a document</source>
+        <translation>该地址不是打开文档的请求</translation>
+    </message>
+    <message>
+        <source>the address names no file id</source>
+        <translation>该地址缺少文件 ID</translation>
+    </message>
+    <message>
+        <source>the address has no display name in Base64</source>
+        <translation>该地址缺少 Base64 编码的显示名称</translation>
+    </message>
+    <message>
+        <source>no such file</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>not a file</source>
+        <translation>不是文件</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>无法读取该文件</translation>
+    </message>
+</context>
+<context>
+    <name>KHostSignInCommand</name>
+    <message>
+        <source>Sign In</source>
+        <translation>登录</translation>
+    </message>
+</context>
+<context>
+    <name>KHostSignOutCommand</name>
+    <message>
+        <source>Sign Out</source>
+        <translation>退出登录</translation>
+    </message>
+</context>
+<context>
+    <name>KSingleInstance</name>
+    <message>
+        <source>no runtime directory for the instance&apos;s socket</source>
+        <translation>没有可放置实例套接字的运行时目录</translation>
+    </message>
+    <message>
+        <source>cannot lock %1</source>
+        <translation>无法锁定 %1</translation>
+    </message>
+</context>
+<context>
+    <name>KZentoOfficeHost</name>
+    <message>
+        <source>%1 does not offer GetHostWeb</source>
+        <translation>%1 未提供 GetHostWeb</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>KZentoOfficeWindow</name>
+    <message>
+        <source>%1 is not a text file this window can show.</source>
+        <translation>%1 不是此窗口可以显示的文本文件。</translation>
+    </message>
+    <message>
+        <source>%1
+
+A cloud document (file id %2), opened through %3://.</source>
+        <translation>%1
+
+云文档（文件 ID %2），通过 %3:// 打开。</translation>
+    </message>
+    <message>
+        <source>Document %1</source>
+        <translation>文档 %1</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>The web module is missing: %1</source>
+        <translation>缺少网页模块：%1</translation>
+    </message>
+    <message>
+        <source>Cannot open %1</source>
+        <translation>无法打开 %1</translation>
+    </message>
+    <message>
+        <source>Title bar</source>
+        <translation>标题栏</translation>
+    </message>
+    <message>
+        <source>Menu bar</source>
+        <translation>菜单栏</translation>
+    </message>
+    <message>
+        <source>Documents</source>
+        <translation>文档</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>文件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Account</source>
+        <translation>账号(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>视图(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>帮助(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;New Document</source>
+        <translation>新建文档(&amp;N)</translation>
+    </message>
+    <message>
+        <source>New &amp;Window</source>
+        <translation>新建窗口(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>打开(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Close Tab</source>
+        <translation>关闭标签页(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Close Win&amp;dow</source>
+        <translation>关闭窗口(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>Go to the Account &amp;Button</source>
+        <translation>转到账号按钮(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Developer Panel</source>
+        <translation>开发者面板(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Welcome Page</source>
+        <translation>欢迎页(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Home Page</source>
+        <translation>主页(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Help Contents</source>
+        <translation>帮助内容(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Send &amp;Feedback</source>
+        <translation>发送反馈(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Technical &amp;Support</source>
+        <translation>技术支持(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;About %1</source>
+        <translation>关于 %1(&amp;A)</translation>
+    </message>
+</context>
+</TS>

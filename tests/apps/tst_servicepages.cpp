@@ -1,0 +1,109 @@
+// The service's pages on 127.0.0.1, fetched the way the web dialog and a
+// browser fetch them, and requests no page answers.
+
+#include "klocalserviceserver.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QtTest>
+
+#include <memory>
+
+class TestServicePages : public QObject
+{
+    Q_OBJECT
+
+    KLocalServiceServer m_server;
+    QNetworkAccessManager m_network;
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_server.listen());
+        QCOMPARE(m_server.jumpBase().toString(),
+                 QString("http://127.0.0.1:%1/go").arg(m_server.port()));
+    }
+
+    void serves_data()
+    {
+        QTest::addColumn<QByteArray>("method");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("marker"); // in the body; empty: no body
+
+        QTest::newRow("launcher page, with the dialog's query")
+            << QByteArray("GET") << "/go/launcher_page?distsrc=x&lang=zh-CN&version=1&hId=2" << 200
+            << QByteArray("typeof zentoctx");
+        QTest::newRow("personal centre")
+            << QByteArray("GET") << "/center" << 200 << QByteArray("<h1>Personal Center</h1>");
+        QTest::newRow("enterprise centre")
+            << QByteArray("GET") << "/admin" << 200 << QByteArray("<h1>Enterprise Center</h1>");
+        QTest::newRow("help page") << QByteArray("GET") << "/go/help_page" << 200
+                                   << QByteArray("<title>Zento Office Help</title>");
+        QTest::newRow("head") << QByteArray("HEAD") << "/center" << 200 << QByteArray();
+        QTest::newRow("unknown page") << QByteArray("GET") << "/go/nothing" << 404 << QByteArray();
+        QTest::newRow("root") << QByteArray("GET") << "/" << 404 << QByteArray();
+        QTest::newRow("post") << QByteArray("POST") << "/center" << 405 << QByteArray();
+    }
+
+    void serves()
+    {
+        QFETCH(QByteArray, method);
+        QFETCH(QString, target);
+        QFETCH(int, status);
+        QFETCH(QByteArray, marker);
+
+        QSignalSpy served(&m_server, &KLocalServiceServer::requestServed);
+        QNetworkRequest request(QUrl(m_server.baseUrl().toString() + target));
+        request.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
+        const std::unique_ptr<QNetworkReply> reply(
+            method == "POST" ? m_network.post(request, QByteArray("x=1"))
+                             : m_network.sendCustomRequest(request, method));
+        QSignalSpy finished(reply.get(), &QNetworkReply::finished);
+        QVERIFY(finished.wait(5000));
+        QCOMPARE(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), status);
+        const QByteArray body = reply->readAll();
+        QVERIFY2(marker.isEmpty() ? body.isEmpty() : body.contains(marker), body.constData());
+        if (status == 200) {
+            QVERIFY(reply->header(QNetworkRequest::ContentTypeHeader)
+                        .toString()
+                        .startsWith("text/html"));
+        }
+        QCOMPARE(served.count(), 1);
+        QCOMPARE(served.first(), (QVariantList{QString(method), target, status}));
+    }
+
+    // What no browser sends gets an answer all the same, and ends.
+    void refusesMalformed_data()
+    {
+        QTest::addColumn<QByteArray>("request");
+        QTest::addColumn<QByteArray>("statusLine");
+
+        QTest::newRow("not http") << QByteArray("hello\r\n\r\n") << QByteArray("HTTP/1.1 400");
+        QTest::newRow("no version")
+            << QByteArray("GET /center\r\n\r\n") << QByteArray("HTTP/1.1 400");
+        QTest::newRow("absolute target")
+            << QByteArray("GET http://x/center HTTP/1.1\r\n\r\n") << QByteArray("HTTP/1.1 400");
+        QTest::newRow("head too large")
+            << QByteArray("GET /center HTTP/1.1\r\nX: " + QByteArray(20000, 'a'))
+            << QByteArray("HTTP/1.1 431");
+    }
+
+    void refusesMalformed()
+    {
+        QFETCH(QByteArray, request);
+        QFETCH(QByteArray, statusLine);
+
+        QTcpSocket socket;
+        socket.connectToHost(QHostAddress::LocalHost, m_server.port());
+        socket.write(request);
+        QByteArray answer;
+        QTRY_VERIFY_WITH_TIMEOUT((answer += socket.readAll()).contains("\r\n\r\n"), 5000);
+        QVERIFY2(answer.startsWith(statusLine), answer.constData());
+    }
+};
+
+QTEST_MAIN(TestServicePages)
+#include "tst_servicepages.moc"
