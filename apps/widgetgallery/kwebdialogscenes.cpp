@@ -1,10 +1,13 @@
 #include "kwebdialogscenes.h"
 
+#include "klocalserviceserver.h"
+
 #include <kxwebdlg.h>
 #include <kxwebresources.h>
 
 #include <vexlite/hostcontrol.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
 #include <QImage>
@@ -23,6 +26,18 @@ QUrl unreachableUrl()
     QTcpServer server;
     server.listen(QHostAddress::LocalHost);
     return QUrl(QStringLiteral("http://127.0.0.1:%1/service").arg(server.serverPort()));
+}
+
+// The launcher page of the service's local stand-in, the one the reference
+// host serves, on a server started on first use.
+QUrl launcherPageUrl()
+{
+    static KLocalServiceServer* server = [] {
+        auto* started = new KLocalServiceServer(QCoreApplication::instance());
+        started->listen();
+        return started;
+    }();
+    return QUrl(server->jumpBase().toString() + QStringLiteral("/launcher_page"));
 }
 
 // Runs whenShown once the dialog is on screen (after its page loaded),
@@ -76,7 +91,7 @@ namespace KWebDialogScenes {
 
 KxWebDlg* createServiceDialog(QWidget* parent)
 {
-    return new KxWebDlg(QUrl(QStringLiteral("qrc:/gallery/service.html")), parent,
+    return new KxWebDlg(launcherPageUrl(), parent,
                         QUrl(kxGetWebResMuiFile(QStringLiteral("offline.html"))));
 }
 
