@@ -5,6 +5,7 @@
 // a display. --scale sets the host's display scale, with which the widgets'
 // own sizes grow (a desktop enlarged through its DPI setting).
 
+#include "kscreenshotplatform.h"
 #include "kwebdialogscenes.h"
 #include "kwidgetgallery.h"
 
@@ -21,18 +22,6 @@
 #include <memory>
 
 namespace {
-
-const char kScreenshotsOption[] = "screenshots";
-
-bool wantsScreenshots(int argc, char** argv)
-{
-    const QByteArray option = QByteArray("--") + kScreenshotsOption;
-    for (int i = 1; i < argc; ++i) {
-        if (QByteArray(argv[i]) == option || QByteArray(argv[i]).startsWith(option + '='))
-            return true;
-    }
-    return false;
-}
 
 // The widget as it paints itself, at a fixed device pixel ratio: 2 is what a
 // Retina or 200 % screen draws, with the same layout in logical pixels.
@@ -77,8 +66,7 @@ int writeScreenshots(const QString& dir, QTextStream& err)
 int main(int argc, char* argv[])
 {
     // Screenshots need no display.
-    if (wantsScreenshots(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    KScreenshotPlatform::chooseFor(argc, argv);
     KxApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("widgetgallery"));
 
@@ -87,7 +75,7 @@ int main(int argc, char* argv[])
         QStringLiteral("Shows the plug-in's painted widgets and its frame dialog."));
     parser.addHelpOption();
     const QCommandLineOption screenshotsOption(
-        QLatin1String(kScreenshotsOption),
+        QLatin1String(KScreenshotPlatform::kOption),
         QStringLiteral("Write screenshots at 100 % and 200 % into dir, then exit."),
         QStringLiteral("dir"));
     const QCommandLineOption scaleOption(

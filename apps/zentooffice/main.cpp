@@ -19,6 +19,7 @@
 #include "kdeskhiveclient.h"
 #include "kdocumentrequest.h"
 #include "khostcommandregistration.h"
+#include "kscreenshotplatform.h"
 #include "kscreenshotwalk.h"
 #include "ksingleinstance.h"
 #include "kzentoofficehost.h"
@@ -40,24 +41,6 @@ namespace {
 
 // Exit status when the plug-in cannot be loaded, as authinfo's.
 constexpr int kExitPluginError = 2;
-const char kScreenshotsOption[] = "screenshots";
-
-bool wantsScreenshots(int argc, char** argv)
-{
-    const QByteArray option = QByteArray("--") + kScreenshotsOption;
-    for (int i = 1; i < argc; ++i) {
-        if (QByteArray(argv[i]) == option || QByteArray(argv[i]).startsWith(option + '='))
-            return true;
-    }
-    return false;
-}
-
-bool hasDisplay()
-{
-    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
 // A state file of the walk's own beside a copy of the demo user's picture,
 // so that the walk never touches the one a person edits.
 QString prepareWalkState(const QTemporaryDir& dir)
@@ -86,9 +69,7 @@ void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& context,
 int main(int argc, char* argv[])
 {
     // Screenshots need no display.
-    if (wantsScreenshots(argc, argv) && !hasDisplay() &&
-        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    KScreenshotPlatform::chooseFor(argc, argv);
     KxApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zentooffice"));
 
@@ -102,7 +83,7 @@ int main(int argc, char* argv[])
                        "files to open, each in a tab; a running host opens them instead."),
         QStringLiteral("[documents...]"));
     const QCommandLineOption screenshotsOption(
-        QLatin1String(kScreenshotsOption),
+        QLatin1String(KScreenshotPlatform::kOption),
         QStringLiteral("Walk through the states, save a PNG of each into dir, exit."),
         QStringLiteral("dir"));
     const QCommandLineOption profileOption(
