@@ -1,4 +1,5 @@
 #include "knetworkstatemonitor.h"
+#include "kxactiveaccount.h"
 
 #include "kdeskhivelib.h"
 
@@ -6,16 +7,6 @@
 #include <vexlite/ikaccountservice.h>
 #include <vexlite/kshellapplicaitons.h>
 #include <vexlite/kshellapplication.h>
-
-namespace {
-
-IKAccountService* activeAccountService()
-{
-    KShellApplication* app = KShellApplicaitons::instance()->getActiveApp();
-    return app ? app->accountService() : nullptr;
-}
-
-} // namespace
 
 KNetworkStateMonitor* KNetworkStateMonitor::instance()
 {
@@ -62,13 +53,7 @@ bool KNetworkStateMonitor::checkNetworkStatus()
 void KNetworkStateMonitor::onLoginStatusChanged()
 {
     lastLoginStatus = currentLoginStatus;
-    IKAccountService* account = activeAccountService();
+    IKAccountService* account = kxActiveAccountService();
     currentLoginStatus = account && account->getUserInfo().logined();
     networkAvailable = true;
-}
-
-bool isLogoutDuetoOffLine()
-{
-    IKAccountService* account = activeAccountService();
-    return account && account->isLogoutDuetoOffLine();
 }

@@ -9,7 +9,7 @@
 // change of the cloud client and whether the network is usable, so that the
 // suite can tell a sign-out by the user from one caused by going offline.
 // For the suite's other modules; the user-centre button asks the host
-// instead (isLogoutDuetoOffLine() below).
+// instead.
 //
 // The network flag is driven from outside: the suite's cloud module calls
 // setNetworkAvailable() when it loses or regains the network. A
@@ -49,10 +49,5 @@ private:
     bool lastLoginStatus = false;
     bool currentLoginStatus = false;
 };
-
-// Whether the host's active application reports that its user was signed
-// out because the network went away: what the user-centre button and
-// command ask. False without an active application.
-KXAUTH_EXPORT bool isLogoutDuetoOffLine();
 
 #endif // KNETWORKSTATEMONITOR_H

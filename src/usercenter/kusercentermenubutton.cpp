@@ -2,8 +2,8 @@
 
 #include "kdeskhivelib.h"
 #include "kloginstatustipwidget.h"
-#include "knetworkstatemonitor.h"
 #include "knimboclientinstance.h"
+#include "kxactiveaccount.h"
 #include "qcommjson.h"
 
 #include <deskhive/nimboclient.h>
@@ -14,7 +14,6 @@
 #include <vex/kzentostyle.h>
 #include <vexlite/ikaccountservice.h>
 #include <vexlite/kshellapplicaitons.h>
-#include <vexlite/kshellapplication.h>
 
 #include <QCursor>
 #include <QKeyEvent>
@@ -165,8 +164,7 @@ void KUserCenterMenuButton::mousePressEvent(QMouseEvent* event)
         KMenuButton::mousePressEvent(event);
         return;
     }
-    KShellApplication* app = KShellApplicaitons::instance()->getActiveApp();
-    if (IKAccountService* account = app ? app->accountService() : nullptr)
+    if (IKAccountService* account = kxActiveAccountService())
         account->entry(kAccountEntryCode, QString(), QString());
 }
 

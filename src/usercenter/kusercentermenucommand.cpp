@@ -1,9 +1,9 @@
 #include "kusercentermenucommand.h"
 
 #include "kdeskhivelib.h"
-#include "knetworkstatemonitor.h"
 #include "knimboclientinstance.h"
 #include "kusercentermenubutton.h"
+#include "kxactiveaccount.h"
 #include "qcommjson.h"
 
 #include <vex/kmainwindow.h>

@@ -41,11 +41,10 @@ QList<Export> exportedSurface()
     };
     return {
         {"entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
-        {"network monitor", wholeClass("KNetworkStateMonitor") + "|^isLogoutDuetoOffLine\\(\\)$",
+        {"network monitor", wholeClass("KNetworkStateMonitor"),
          classInfo("KNetworkStateMonitor") << "KNetworkStateMonitor::instance()"
                                            << "KNetworkStateMonitor::setNetworkAvailable(bool)"
-                                           << "KNetworkStateMonitor::notifyNetworkStatus(bool)"
-                                           << "isLogoutDuetoOffLine()"},
+                                           << "KNetworkStateMonitor::notifyNetworkStatus(bool)"},
         {"frame dialog", wholeClass("KxNimboCustomFrameDlg"),
          classInfo("KxNimboCustomFrameDlg")
              << "KxNimboCustomFrameDlg::KxNimboCustomFrameDlg(QWidget*, QFlags<Qt::WindowType>)"

@@ -8,6 +8,7 @@
 #include "ktestenvironment.h"
 
 #include "knetworkstatemonitor.h"
+#include "kxactiveaccount.h"
 
 #include <vexlite/hostcontrol.h>
 
