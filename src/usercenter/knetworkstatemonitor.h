@@ -1,5 +1,5 @@
-#ifndef KNETWORKSTATEMONITOR_H
-#define KNETWORKSTATEMONITOR_H
+#ifndef AUTHPLUGIN_KNETWORKSTATEMONITOR_H
+#define AUTHPLUGIN_KNETWORKSTATEMONITOR_H
 
 #include "kxauthglobal.h"
 
@@ -50,4 +50,4 @@ private:
     bool currentLoginStatus = false;
 };
 
-#endif // KNETWORKSTATEMONITOR_H
+#endif // AUTHPLUGIN_KNETWORKSTATEMONITOR_H

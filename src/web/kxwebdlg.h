@@ -1,5 +1,5 @@
-#ifndef KXWEBDLG_H
-#define KXWEBDLG_H
+#ifndef AUTHPLUGIN_KXWEBDLG_H
+#define AUTHPLUGIN_KXWEBDLG_H
 
 #include <kxauthglobal.h>
 #include <kxnimbocustomframedlg.h>
@@ -116,4 +116,4 @@ private:
     QPointer<KxWebDlgBridge> m_bridge;
 };
 
-#endif // KXWEBDLG_H
+#endif // AUTHPLUGIN_KXWEBDLG_H

@@ -1,5 +1,5 @@
-#ifndef KXNIMBOCUSTOMFRAMEDLG_H
-#define KXNIMBOCUSTOMFRAMEDLG_H
+#ifndef AUTHPLUGIN_KXNIMBOCUSTOMFRAMEDLG_H
+#define AUTHPLUGIN_KXNIMBOCUSTOMFRAMEDLG_H
 
 #include "kxauthglobal.h"
 
@@ -37,4 +37,4 @@ private:
     KxNimboCustomFrameDlgTitle* m_title;
 };
 
-#endif // KXNIMBOCUSTOMFRAMEDLG_H
+#endif // AUTHPLUGIN_KXNIMBOCUSTOMFRAMEDLG_H

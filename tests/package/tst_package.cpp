@@ -58,8 +58,8 @@ private slots:
         QTest::addColumn<QString>("runpath"); // for binaries
 
         const QString app = "lib/zentooffice/";
-        for (const char* binary :
-             {"zentooffice", "authinfo", "libauthplugin.so", "libvex.so", "libvexlite.so"})
+        for (const char* binary : {"zentooffice", "authinfo", "libauthplugin.so",
+                                   "libauthcommon.so", "libvex.so", "libvexlite.so"})
             QTest::newRow(binary) << app + binary << "$ORIGIN";
         QTest::newRow("cloud simulator") << app + "addons/deskhive/libdeskhive.so"
                                          << "$ORIGIN/../..";
@@ -71,6 +71,8 @@ private slots:
             QTest::newRow(file) << QString("lib/cmake/AuthPlugin/") + file << "";
         QTest::newRow("host headers") << "include/vex/kxstyledialog.h"
                                       << "";
+        QTest::newRow("helper headers") << "include/authcommon/qcommpaths.h"
+                                        << "";
     }
 
     void layout()
@@ -87,10 +89,11 @@ private slots:
     // The headers of what the library exports, and of nothing else.
     void publicHeaders()
     {
-        QCOMPARE(QDir(m_prefix + "/include/authplugin").entryList(QDir::Files),
-                 QStringList({"authpluginentry.h", "knetworkstatemonitor.h", "kxauthglobal.h",
-                              "kxnimbocustomframedlg.h", "kxopenurl.h", "kxwebdlg.h",
-                              "kxwebresources.h"}));
+        QCOMPARE(
+            QDir(m_prefix + "/include/authplugin").entryList(QDir::Files),
+            QStringList({"authpluginentry.h", "ikxwebpluginfactoryitem.h", "knetworkstatemonitor.h",
+                         "kxauthglobal.h", "kxnimbocustomframedlg.h", "kxopenurl.h", "kxwebdlg.h",
+                         "kxwebpluginfactoryitemregister.h", "kxwebresources.h"}));
     }
 
     // The package would still work from the build tree while that exists;
