@@ -23,6 +23,8 @@ void KxNimboPixmapButton::load(const QString& dir, const QString& name)
     m_normal = QPixmap(stem + QLatin1String("_normal.png"));
     m_hover = QPixmap(stem + QLatin1String("_hover.png"));
     m_sunken = QPixmap(stem + QLatin1String("_sunken.png"));
+    m_normal2x = QPixmap(stem + QLatin1String("_normal@2x.png"));
+    m_hover2x = QPixmap(stem + QLatin1String("_hover@2x.png"));
 }
 
 QSize KxNimboPixmapButton::sizeHint() const
@@ -44,5 +46,8 @@ void KxNimboPixmapButton::paintEvent(QPaintEvent* /*event*/)
         image = &m_hover;
 
     QPainter painter(this);
+    const QPixmap& dense = image == &m_hover ? m_hover2x : m_normal2x;
+    if (painter.device()->devicePixelRatioF() > 1 && !dense.isNull())
+        image = &dense;
     painter.drawPixmap(target, *image, QRect());
 }

@@ -112,8 +112,8 @@ private slots:
     }
 
     // The title's close button finds its images through "res:/images": the
-    // cross in the middle of the close square, at both pixel ratios. It
-    // loads them with QPixmap, which keeps the named file (no @2x).
+    // cross in the middle of the close square, at both pixel ratios; at 2x
+    // pixel for pixel the @2x file's.
     void titleCloseImage_data()
     {
         QTest::addColumn<qreal>("ratio");
@@ -143,6 +143,11 @@ private slots:
                      qAbs(cross.width() - 8 * ratio) <= 2 * ratio,
                  qPrintable(seen));
         QVERIFY(contrast(image.pixelColor(ink.center()), kTitleColor) >= 3);
+        if (ratio == 2) {
+            const QImage file = onTitle(QImage("res:/images/close_normal@2x.png"));
+            const QPoint origin = cross.topLeft() - inkBounds(file, kTitleColor).topLeft();
+            QVERIFY(image.copy(QRect(origin, file.size())) == file);
+        }
     }
 };
 
