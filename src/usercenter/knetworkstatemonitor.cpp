@@ -10,6 +10,10 @@
 
 struct KNetworkStateMonitor::Private
 {
+#ifdef AUTH_LAYOUT_PROBE
+    // Another private layout, for the package test's library of it.
+    char layoutProbe[256] = {};
+#endif
     bool networkAvailable = true;
     bool lastLoginStatus = false;    // signed in before the latest change
     bool currentLoginStatus = false; // signed in now
@@ -67,3 +71,7 @@ void KNetworkStateMonitor::onLoginStatusChanged()
     // hear of its return as they heard of its loss.
     setNetworkAvailable(true);
 }
+
+// The meta-object goes with this file, so that a library built from it
+// with another private layout (the package test's) carries its own.
+#include "moc_knetworkstatemonitor.cpp"

@@ -31,13 +31,18 @@ QPoint centredPosition(const QWidget* dialog)
 
 struct KxNimboCustomFrameDlg::Private
 {
-    KxNimboCustomFrameDlgTitle* title;
+#ifdef AUTH_LAYOUT_PROBE
+    // Another private layout, for the package test's library of it.
+    char layoutProbe[256] = {};
+#endif
+    KxNimboCustomFrameDlgTitle* title = nullptr;
 };
 
 KxNimboCustomFrameDlg::KxNimboCustomFrameDlg(QWidget* parent, Qt::WindowFlags flags)
     : KxStyleDialog(parent, flags | Qt::FramelessWindowHint)
-    , d(new Private{new KxNimboCustomFrameDlgTitle(this)})
+    , d(std::make_unique<Private>())
 {
+    d->title = new KxNimboCustomFrameDlgTitle(this);
     setContentsMargins(1, KxNimboCustomFrameDlgTitle::titleHeight(), 1, 1);
 }
 
@@ -87,3 +92,7 @@ void KxNimboCustomFrameDlg::showEvent(QShowEvent* event)
     // Not a position the program chose: the next show places it again.
     setAttribute(Qt::WA_Moved, false);
 }
+
+// The meta-object goes with this file, so that a library built from it
+// with another private layout (the package test's) carries its own.
+#include "moc_kxnimbocustomframedlg.cpp"
