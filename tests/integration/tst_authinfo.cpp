@@ -1,17 +1,14 @@
-// The built plug-in met as a host meets it: loaded through QLibrary in this
-// process, and by the command-line host authinfo, run as a person runs it;
-// what it and the helper layer export, and the README's account of that.
+// The built plug-in met as a host meets it: through the command-line host
+// authinfo, run as a person runs it; what it and the helper layer export,
+// and the README's account of that.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
 #include "kurlcatcher.h"
 
 #include <vexlite/hostcontrol.h>
-#include <vexlite/ikauthorizationhandler.h>
-#include <vexlite/krtauth.h>
 
 #include <QJsonDocument>
-#include <QLibrary>
 #include <QtTest>
 
 #include <algorithm>
@@ -164,25 +161,6 @@ private slots:
         setLanguage("zh_CN");
         setVersion("12.1.0.17890");
         QVERIFY(saveProfile(m_env.rootPath() + "/chosen"));
-    }
-
-    void handlerThroughTheHost()
-    {
-        QLibrary plugin(m_bin + "/libauthplugin.so");
-        QVERIFY2(plugin.load(), qPrintable(plugin.errorString()));
-        const auto entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
-            plugin.resolve("GetAuthorizationHandler"));
-        QVERIFY2(entry, "the plain, unmangled entry point must resolve");
-        IKAuthorizationHandler* handler = entry();
-        QVERIFY(handler && entry() == handler);
-        setProductString("JumpUrl", "https://jump.example/");
-        setHandler(handler);
-        QCOMPARE(krt::auth::getInfo("Product/Url/LauncherPage"),
-                 QVariant(QUrl("https://jump.example/launcher_page")));
-        QCOMPARE(krt::auth::getBoolInfo("Patent/Anything", true), false);
-        QVERIFY(krt::auth::prehook("OpenEnterpriseCenter", false, nullptr));
-        QCOMPARE(executedCommands(), QStringList("OpenEnterpriseCenter"));
-        setHandler(nullptr);
     }
 
     void exports_data()
