@@ -165,7 +165,12 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
     connect(d->loadTimer, &QTimer::timeout, this, &KxWebDlg::on_loadTimedOut);
 }
 
-KxWebDlg::~KxWebDlg() = default;
+// The view may still report on a load while the widgets go, after the
+// private part: nothing of the engine reaches the dialog from here on.
+KxWebDlg::~KxWebDlg()
+{
+    disconnect(d->engine, nullptr, this, nullptr);
+}
 
 int KxWebDlg::exec()
 {
