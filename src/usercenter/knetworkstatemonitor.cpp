@@ -71,7 +71,3 @@ void KNetworkStateMonitor::onLoginStatusChanged()
     // hear of its return as they heard of its loss.
     setNetworkAvailable(true);
 }
-
-// The meta-object goes with this file, so that a library built from it
-// with another private layout (the package test's) carries its own.
-#include "moc_knetworkstatemonitor.cpp"

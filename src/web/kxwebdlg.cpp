@@ -454,7 +454,3 @@ void KxWebDlg::keyPressEvent(QKeyEvent* event)
     }
     reject();
 }
-
-// The meta-object goes with this file, so that a library built from it
-// with another private layout (the package test's) carries its own.
-#include "moc_kxwebdlg.cpp"

@@ -92,7 +92,3 @@ void KxNimboCustomFrameDlg::showEvent(QShowEvent* event)
     // Not a position the program chose: the next show places it again.
     setAttribute(Qt::WA_Moved, false);
 }
-
-// The meta-object goes with this file, so that a library built from it
-// with another private layout (the package test's) carries its own.
-#include "moc_kxnimbocustomframedlg.cpp"
