@@ -2,6 +2,7 @@
 
 #include <vex/rectutils.h>
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -46,8 +47,11 @@ void KxNimboPixmapButton::paintEvent(QPaintEvent* /*event*/)
         image = &m_hover;
 
     QPainter painter(this);
+    // The device painted on: the window's, or an image the button is
+    // rendered into.
+    const QPaintDevice* device = painter.paintEngine()->paintDevice();
     const QPixmap& dense = image == &m_hover ? m_hover2x : m_normal2x;
-    if (painter.device()->devicePixelRatioF() > 1 && !dense.isNull())
+    if ((device ? device : this)->devicePixelRatioF() > 1 && !dense.isNull())
         image = &dense;
     painter.drawPixmap(target, *image, QRect());
 }
