@@ -28,6 +28,7 @@ namespace {
 
 const QString kPersonal = "https://account.example/center";
 const QString kEnterprise = "https://business.example/admin?x=1";
+QStringList g_logged;
 
 void configure(bool simplified, bool intranet)
 {
@@ -160,6 +161,9 @@ private slots:
         row("no such centre", true, 3, "", "-");
     }
 
+    // Opened once with the library's default logging, which says nothing,
+    // and once with its notices on, which name the address without its query
+    // or what the client wrapped it into.
     void opened()
     {
         QFETCH(bool, signedIn);
@@ -168,10 +172,23 @@ private slots:
         QFETCH(QString, expected);
 
         QVERIFY(m_state.set(signedIn ? R"({"IsLogined": true, "Id": "7"})" : "{}"));
-        kind ? kxNimboOpenStoreUrl(STORE_URL_TYPE(kind)) : kxOpenAutoLoginUrl(url);
         if (expected == "WRAPPED")
             expected = "wrapped:" + QUrl::toPercentEncoding(url);
-        QCOMPARE(m_urls.take(), expected == "-" ? QStringList() : QStringList(expected));
+        for (const char* rules : {"", "auth.*.debug=true"}) {
+            QLoggingCategory::setFilterRules(rules);
+            g_logged.clear();
+            const QtMessageHandler previous =
+                qInstallMessageHandler([](QtMsgType, const QMessageLogContext&,
+                                          const QString& message) { g_logged << message; });
+            kind ? kxNimboOpenStoreUrl(STORE_URL_TYPE(kind)) : kxOpenAutoLoginUrl(url);
+            qInstallMessageHandler(previous);
+            QLoggingCategory::setFilterRules(QString());
+            QCOMPARE(m_urls.take(), expected == "-" ? QStringList() : QStringList(expected));
+            const QString plain =
+                QUrl(url, QUrl::TolerantMode).toString(QUrl::RemoveQuery | QUrl::RemoveFragment);
+            const bool told = *rules && expected != "-";
+            QCOMPARE(g_logged, told ? QStringList("opening " + plain) : QStringList());
+        }
     }
 
     // library: "-" no addons/deskhive, else the stand-in's user information
