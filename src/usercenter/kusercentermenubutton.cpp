@@ -4,16 +4,15 @@
 #include "kloginstatustipwidget.h"
 #include "knimboclientinstance.h"
 #include "kxactiveaccount.h"
+#include "kxcenterrule.h"
 #include "qcommjson.h"
 
 #include <deskhive/nimboclient.h>
 #include <vex/kmainwindow.h>
 #include <vex/kpopupwidget.h>
 #include <vex/kstyleoptionuserpanelmenubutton.h>
-#include <vex/kxapplication.h>
 #include <vex/kzentostyle.h>
 #include <vexlite/ikaccountservice.h>
-#include <vexlite/kshellapplicaitons.h>
 
 #include <QCursor>
 #include <QKeyEvent>
@@ -128,9 +127,9 @@ bool KUserCenterMenuButton::event(QEvent* event)
     case QEvent::MouseMove: {
         if (isLogoutDuetoOffLine())
             return true;
-        const KMainWindow* window =
-            KxApplication::findRelativeMainWindowX(KShellApplicaitons::instance()->getActiveApp());
-        // Hover opens the menu, once the event that brought the mouse is done.
+        // Hover opens the menu, once the event that brought the mouse is
+        // done, in the window the person works in.
+        const KMainWindow* window = kxHoldingMainWindow(this);
         if (window && window->isActiveWindow())
             QTimer::singleShot(0, this, SLOT(onPopupMenu()));
         break;

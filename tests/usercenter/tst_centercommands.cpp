@@ -16,7 +16,6 @@
 
 #include <vex/kmainwindow.h>
 #include <vexlite/hostcontrol.h>
-#include <vexlite/kshellapplicaitons.h>
 
 #include <QtTest>
 
@@ -104,8 +103,11 @@ private slots:
         row("company, no simplified centre", company, false, false, "none", true);
         row("company, intranet", company, true, true, "none", false);
         row("signed out", out, true, false, "none", false);
+        // The window that holds the command, not the one activated last.
         row("in an embedding window", company, true, false, "embedding", false);
-        row("embedding window of another application", company, true, false, "embedding elsewhere",
+        row("in an embedding window, another newer", company, true, false, "embedding, newer",
+            false);
+        row("another, newer window embedding", company, true, false, "plain, newer embedding",
             true);
         row("updates suspended", company, true, false, "none", false, true);
     }
@@ -122,11 +124,10 @@ private slots:
         QVERIFY(m_state.set(state));
         configure(simplified, intranet);
         QScopedPointer<KMainWindow> main(window == "none" ? nullptr : new KMainWindow);
-        if (main) {
+        if (main)
             main->setEmbedding(window.startsWith("embedding"));
-            if (window == "embedding elsewhere")
-                main->setShellApplication(KShellApplicaitons::instance()->application("tabix"));
-        }
+        KMainWindow newer; // the most recently activated main window
+        newer.setEmbedding(window.endsWith("newer embedding"));
         KxOpenPersonalCenterCommand command(main.data(), nullptr);
         KEnterpriseCenterTriggerCommand enterprise(main.data(), nullptr);
         command.setVisible(!visible); // update() must set it either way

@@ -252,7 +252,7 @@ private slots:
             QTimer::singleShot(0, popup, &QWidget::hide);
         };
         QCOMPARE(hoverMenu(closeSoon), 1);
-        QWidget other;
+        KMainWindow other; // another main window: active, but not the button's
         other.show();
         QApplication::setActiveWindow(&other);
         QVERIFY(QTest::qWaitForWindowActive(&other));
