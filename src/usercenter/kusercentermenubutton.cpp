@@ -15,9 +15,12 @@
 #include <vexlite/ikaccountservice.h>
 
 #include <QCursor>
+#include <QFileInfo>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QtMath>
 
 namespace {
 
@@ -29,7 +32,38 @@ const char kOfflineTipBackground[] = "res:/resource/zentodeskhive/abnormalNetwor
 // centre, as the host decides).
 constexpr int kAccountEntryCode = 4;
 constexpr int kPanelHeight = 28;
+constexpr qreal kAvatarSide = 16.0;
+// A picture of more pixels is not decoded: a 16,000 pixel square one held
+// the GUI thread for seconds and a gigabyte of memory.
+constexpr qint64 kMaxAvatarPixels = 4096 * 4096;
 const QColor kOfflineVeil(139, 139, 139, 150);
+
+// Pictures the button does not open: anything there but a regular file (a
+// FIFO or a device would block the GUI thread in open(), or never end), and
+// a picture whose header gives too many pixels.
+bool isRefusedAvatar(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return false; // nothing to open: no avatar
+    if (!file.isFile())
+        return true;
+    const QSize size = QImageReader(path).size();
+    return qint64(size.width()) * size.height() > kMaxAvatarPixels;
+}
+
+// The picture at path decoded no larger than side x side; null when it
+// cannot be read, or its header gives no size to bound the decoding by.
+QImage readAvatar(const QString& path, int side)
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return QImage();
+    if (size.width() > side || size.height() > side)
+        reader.setScaledSize(size.boundedTo(QSize(side, side)));
+    return reader.read();
+}
 
 } // namespace
 
@@ -66,10 +100,11 @@ void KUserCenterMenuButton::updateThumbnail()
         if (QComm::jsonGetBool(info, QStringLiteral("IsCompanyAccount"), false))
             path = QLatin1String(kCompanyThumbnail);
     }
-    if (path.isEmpty())
+    if (path.isEmpty() || isRefusedAvatar(path))
         path = QLatin1String(kDefaultThumbnail);
-    // A failed load leaves a null image: no avatar is drawn.
-    m_thumbnail.load(path);
+    // At most the size drawn, on a screen up to twice as dense.
+    m_thumbnail = readAvatar(
+        path, qCeil(KZentoStyle::dpiScaled(kAvatarSide) * qMax(2.0, devicePixelRatioF())));
 }
 
 void KUserCenterMenuButton::onLoginStatusChanged()
@@ -197,35 +232,25 @@ void KUserCenterMenuButton::paintEvent(QPaintEvent* event)
         paintThumbnail();
 }
 
-// Round, as account pictures are across the desktop: it sets the account
-// apart from the square tool icons of the title area, and a user's own
-// picture, whatever its background, reads as one at 16 pixels. Scaled with
-// area averaging to the pixels it covers, so it is sharp and smooth at any
-// display scale and device pixel ratio.
+// The whole picture scaled into the square, with area averaging to the
+// pixels it covers, so it is sharp and smooth at any display scale and
+// device pixel ratio.
 void KUserCenterMenuButton::paintThumbnail()
 {
     KStyleOptionToolButton option;
     initStyleOption(&option);
-    const int side = int(KZentoStyle::dpiScaled(16.0));
+    const int side = int(KZentoStyle::dpiScaled(kAvatarSide));
     const QRect target(option.rect.left() + 1,
                        option.rect.top() + (option.rect.height() - side) / 2, side, side);
 
     QPainter painter(this);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const int pixels = qMax(1, qRound(painter.deviceTransform().mapRect(QRectF(target)).width()));
     if (m_drawn.width() != pixels || m_drawnFrom != m_thumbnail.cacheKey()) {
-        const QImage scaled =
+        m_drawn =
             m_thumbnail.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        m_drawn = QImage(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-        m_drawn.fill(Qt::transparent);
-        QPainter round(&m_drawn);
-        round.setRenderHint(QPainter::Antialiasing);
-        round.setPen(Qt::NoPen);
-        round.setBrush(scaled);
-        round.drawEllipse(QRectF(0, 0, pixels, pixels));
         m_drawnFrom = m_thumbnail.cacheKey();
     }
-    // The whole picture into the target square.
     painter.drawImage(target, m_drawn, m_drawn.rect());
 }
 

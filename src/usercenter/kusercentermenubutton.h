@@ -29,8 +29,10 @@ public:
     ~KUserCenterMenuButton() override;
 
     // Loads the avatar: a company account's mark, else the signed-in user's
-    // picture, else the default picture. A file that cannot be loaded leaves
-    // no avatar.
+    // picture, else the default picture, decoded at most at the size drawn.
+    // A picture that is not a regular file or has too many pixels is
+    // refused for the default one; a file that cannot be read leaves no
+    // avatar.
     void updateThumbnail();
     const QImage& thumbnail() const { return m_thumbnail; }
     KLoginStatusTipWidget* tip() const { return m_tip; }
@@ -60,7 +62,7 @@ private:
     bool m_popping = false;
     bool m_underMouse = false;
     QPointer<KLoginStatusTipWidget> m_tip;
-    // The avatar as last drawn: round, at the device size it was drawn at.
+    // The avatar as last drawn, at the device size it was drawn at.
     QImage m_drawn;
     qint64 m_drawnFrom = 0;
 };

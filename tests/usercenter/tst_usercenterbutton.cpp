@@ -127,10 +127,17 @@ private slots:
     void initTestCase()
     {
         KResourceScheme::install();
-        QImage picture(40, 40, QImage::Format_ARGB32);
-        picture.fill(kPicture);
-        QVERIFY(picture.save(m_state.folder() + "/p.png"));
-        QVERIFY(KTestAppDir::write(m_state.folder() + "/bad.png", "not a picture"));
+        const QString folder = m_state.folder();
+        for (const int side : {24, 600}) {
+            QImage picture(side, side, QImage::Format_RGB32);
+            picture.fill(kPicture);
+            QVERIFY(picture.save(folder + (side < 32 ? "/p.png" : "/large.png")));
+        }
+        QImage huge(4100, 4100, QImage::Format_Mono); // small on disk and in memory
+        huge.fill(0);
+        QVERIFY(huge.save(folder + "/huge.png"));
+        QVERIFY(KTestAppDir::write(folder + "/bad.png", "not a picture"));
+        QCOMPARE(QProcess::execute("mkfifo", {folder + "/fifo"}), 0);
     }
 
     void init()
@@ -148,33 +155,50 @@ private slots:
     {
         QTest::addColumn<QByteArray>("state");
         QTest::addColumn<QString>("expected"); // an image, "" for none
+        QTest::addColumn<QSize>("size");       // as decoded
 
-        const auto row = [](const char* tag, const QByteArray& state, const QString& expected) {
-            QTest::newRow(tag) << state << expected;
+        const auto row = [](const char* tag, const QByteArray& state, const QString& expected,
+                            QSize size = QSize(32, 32)) {
+            QTest::newRow(tag) << state << expected << size;
         };
-        row("personal, picture", kPersonal, "PICTURE");
+        const auto picture = [](const char* file) {
+            return QByteArray(R"({"IsLogined": true, "UserAvatarImagePath": ")") + file + "\"}";
+        };
+        row("personal, picture", kPersonal, "PICTURE", QSize(24, 24));
         row("personal, no picture", R"({"IsLogined": true})", kDefault);
         row("company, picture", R"({"IsLogined": true, "IsCompanyAccount": true,
                                     "UserAvatarImagePath": "p.png"})",
             "res:/nimbo/zento_plus.png");
         row("signed out, picture", R"({"IsLogined": false, "UserAvatarImagePath": "p.png"})",
             kDefault);
-        row("picture unloadable", R"({"IsLogined": true, "UserAvatarImagePath": "bad.png"})", "");
+        row("picture unloadable", picture("bad.png"), "", QSize(0, 0));
+        row("picture missing", picture("none.png"), "", QSize(0, 0));
+        // Decoded at the size drawn (16 at 100 %, for up to twice as dense).
+        row("large picture", picture("large.png"), "PICTURE");
+        // Refused without decoding: the default picture.
+        row("too many pixels", picture("huge.png"), kDefault);
+        row("a FIFO", picture("fifo"), kDefault);
+        row("a folder", picture("."), kDefault);
     }
 
-    // The avatar chosen, and drawn only when there is one.
+    // The avatar chosen and decoded, and drawn only when there is one.
     void thumbnail()
     {
         QFETCH(QByteArray, state);
         QFETCH(QString, expected);
+        QFETCH(QSize, size);
 
         QVERIFY(m_state.set(state));
         KUserCenterMenuButton button(nullptr);
         button.resize(button.sizeHint());
         button.updateThumbnail();
-        const QImage wanted(expected == "PICTURE" ? m_state.folder() + "/p.png" : expected);
-        QCOMPARE(button.thumbnail(), wanted);
-        QCOMPARE(paint(&button).pixelColor(9, 14) == Qt::white, wanted.isNull());
+        const QImage& thumbnail = button.thumbnail();
+        QCOMPARE(thumbnail.size(), size);
+        if (expected == "PICTURE")
+            QVERIFY(near(thumbnail.pixelColor(size.width() / 2, size.height() / 2), kPicture));
+        else
+            QCOMPARE(thumbnail, QImage(expected));
+        QCOMPARE(paint(&button).pixelColor(9, 14) == Qt::white, thumbnail.isNull());
     }
 
     void avatarPainting_data()
@@ -186,9 +210,9 @@ private slots:
         QTest::newRow("150 %, device pixel ratio 2") << 1.5 << 2.0;
     }
 
-    // In a square of int(16 x scale) at left + 1, vertically centred, round;
-    // the name beside the picture's room; the button sized by the style's
-    // metric.
+    // The whole picture in a square of int(16 x scale) at left + 1,
+    // vertically centred; the name beside the picture's room; the button
+    // sized by the style's metric.
     void avatarPainting()
     {
         QFETCH(qreal, scale);
@@ -208,8 +232,9 @@ private slots:
         const auto at = [&](qreal x, qreal y) {
             return image.pixelColor(int(x * ratio), int(y * ratio));
         };
-        QVERIFY(near(at(square.center().x(), square.center().y()), kPicture));
-        QVERIFY(near(at(square.left() + 1, square.top() + 1), Qt::white));
+        for (const QPointF& inside :
+             {square.center(), square.topLeft(), square.bottomRight() - QPointF(0.5, 0.5)})
+            QVERIFY(near(at(inside.x(), inside.y()), kPicture));
         QVERIFY(near(at(square.right() + 1, square.center().y()), Qt::white));
         QVERIFY(near(at(square.center().x(), square.bottom() + 1), Qt::white));
         QVERIFY(near(at(square.left() + 0.2, square.center().y()), kPicture, 60));
