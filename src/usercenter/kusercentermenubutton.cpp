@@ -3,6 +3,7 @@
 #include "kdeskhivelib.h"
 #include "kloginstatustipwidget.h"
 #include "knimboclientinstance.h"
+#include "kxaccountaccessible.h"
 #include "kxactiveaccount.h"
 #include "kxcenterrule.h"
 #include "qcommjson.h"
@@ -70,6 +71,7 @@ QImage readAvatar(const QString& path, int side)
 KUserCenterMenuButton::KUserCenterMenuButton(QWidget* parent)
     : KMenuButton(parent)
 {
+    KxAccountAccessible::install();
     m_tip = new KLoginStatusTipWidget(this);
     m_tip->initSyncLoginInfOption();
     m_tip->setBackgroundPixmap(QLatin1String(kOfflineTipBackground));
@@ -129,7 +131,9 @@ void KUserCenterMenuButton::syncCommand()
 
 void KUserCenterMenuButton::onPopupMenu()
 {
-    if (m_popping)
+    // Signed out by the network there is no menu, whatever asked for it (a
+    // hover, a key or an assistive tool, even one posted before the change).
+    if (m_popping || isLogoutDuetoOffLine())
         return;
     m_popping = true;
     const QPointer<KUserCenterMenuButton> self(this);
@@ -206,7 +210,7 @@ void KUserCenterMenuButton::enterEvent(QEvent* event)
 {
     if (isLogoutDuetoOffLine()) {
         if (m_tip)
-            m_tip->showTip(tr("abnormal network status, turn to be offline status"));
+            m_tip->showTip(offlineText());
         return;
     }
     KMenuButton::enterEvent(event);
@@ -261,16 +265,29 @@ void KUserCenterMenuButton::keyPressEvent(QKeyEvent* event)
                         event->key() == Qt::Key_Enter);
     if (opens && !popupWidget()) {
         event->accept();
-        QTimer::singleShot(0, this, SLOT(onPopupMenu()));
+        onClicked();
         return;
     }
     KMenuButton::keyPressEvent(event);
 }
 
-// Assistive tools' press action: the menu, as hover opens it for the mouse.
+// A click that is no mouse press (the keys above, an assistive tool's
+// press): the menu, as hover opens it for the mouse, once the caller is
+// done. Signed out by the network, what the balloon says for a mouse over
+// the button, for a while.
 void KUserCenterMenuButton::onClicked()
 {
-    onPopupMenu();
+    if (isLogoutDuetoOffLine()) {
+        if (m_tip)
+            m_tip->showTipForAWhile(offlineText());
+        return;
+    }
+    QTimer::singleShot(0, this, SLOT(onPopupMenu()));
+}
+
+QString KUserCenterMenuButton::offlineText() const
+{
+    return tr("abnormal network status, turn to be offline status");
 }
 
 void KUserCenterMenuButton::updateAccessibleName()

@@ -18,8 +18,11 @@
 // show in the same balloon for a while.
 //
 // From the keyboard: reachable with Tab, Space or Enter open the menu (then
-// arrows, Enter and Escape work in it). Its accessible name is the user's
-// name, or "User centre" when there is none. It shows no tool tip.
+// arrows, Enter and Escape work in it). Assistive tools see a menu button
+// named by the user's name, or "User centre" when there is none, whose
+// press and show-menu actions do what Space does. Signed out by the
+// network, none of these opens the menu: the keys and actions show the
+// balloon for a while instead. It shows no tool tip.
 class KUserCenterMenuButton : public KMenuButton
 {
     Q_OBJECT
@@ -57,6 +60,7 @@ private:
     void handlePopupTracking();
     void paintThumbnail();
     void updateAccessibleName();
+    QString offlineText() const;
 
     QImage m_thumbnail;
     bool m_popping = false;

@@ -359,20 +359,34 @@ private slots:
 
     void keyboard_data()
     {
-        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("key"); // 0: the assistive tools' action of the row
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<bool>("offline");
         QTest::addColumn<int>("shown");
 
-        QTest::newRow("space") << int(Qt::Key_Space) << 1;
-        QTest::newRow("return") << int(Qt::Key_Return) << 1;
-        QTest::newRow("enter") << int(Qt::Key_Enter) << 1;
-        QTest::newRow("a letter") << int(Qt::Key_A) << 0;
+        const auto row = [](const char* tag, int key, const QString& action, bool offline,
+                            int shown) { QTest::newRow(tag) << key << action << offline << shown; };
+        row("space", Qt::Key_Space, "", false, 1);
+        row("return", Qt::Key_Return, "", false, 1);
+        row("enter", Qt::Key_Enter, "", false, 1);
+        row("a letter", Qt::Key_A, "", false, 0);
+        row("accessible press", 0, QAccessibleActionInterface::pressAction(), false, 1);
+        row("accessible show menu", 0, QAccessibleActionInterface::showMenuAction(), false, 1);
+        // Signed out by the network: no menu, the balloon says why.
+        row("space, offline", Qt::Key_Space, "", true, 0);
+        row("enter, offline", Qt::Key_Enter, "", true, 0);
+        row("accessible press, offline", 0, QAccessibleActionInterface::pressAction(), true, 0);
+        row("accessible show menu, offline", 0, QAccessibleActionInterface::showMenuAction(), true,
+            0);
     }
 
-    // Tab reaches the button; Space and Enter open the menu, whose entries
-    // the arrows and Enter reach.
+    // Tab reaches the button; Space, Enter and the assistive tools' actions
+    // open the menu, whose entries the arrows and Enter reach.
     void keyboard()
     {
         QFETCH(int, key);
+        QFETCH(QString, action);
+        QFETCH(bool, offline);
         QFETCH(int, shown);
 
         makeWindow();
@@ -382,8 +396,13 @@ private slots:
         edit->setFocus();
         QTest::keyClick(edit, Qt::Key_Tab);
         QVERIFY(m_button->hasFocus());
+        setLogoutDuetoOffLine(offline);
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_button);
+        QCOMPARE(accessible->role(), QAccessible::ButtonMenu);
+        QVERIFY(accessible->actionInterface()->actionNames().contains(action) || key);
         const auto press = [&] {
-            QTest::keyClick(m_button, Qt::Key(key));
+            key ? QTest::keyClick(m_button, Qt::Key(key))
+                : accessible->actionInterface()->doAction(action);
             QCoreApplication::processEvents();
         };
         QCOMPARE(withPopup(m_button, press,
@@ -393,6 +412,10 @@ private slots:
                            }),
                  shown);
         QCOMPARE(executedCommands(), shown ? QStringList("OpenEnterpriseCenter") : QStringList());
+        QCOMPARE(m_button->tip()->isVisible(), offline);
+        if (offline)
+            QVERIFY(m_button->tip()->hideTimer()->isActive() &&
+                    m_button->tip()->text().startsWith("abnormal network status"));
     }
 
     void visibility_data()
