@@ -33,6 +33,7 @@ const char kOfflineTipBackground[] = "res:/resource/zentodeskhive/abnormalNetwor
 // centre, as the host decides).
 constexpr int kAccountEntryCode = 4;
 constexpr int kPanelHeight = 28;
+constexpr int kMaxNameWidth = 200;
 constexpr qreal kAvatarSide = 16.0;
 // A picture of more pixels is not decoded: a 16,000 pixel square one held
 // the GUI thread for seconds and a gigabyte of memory.
@@ -147,7 +148,9 @@ QSize KUserCenterMenuButton::sizeHint() const
 {
     KStyleOptionUserPanelMenuButton option;
     initStyleOption(&option);
-    option.textWidth = fontMetrics().horizontalAdvance(text());
+    // A long name is elided here; the menu's heading shows it whole.
+    option.textWidth = qMin(fontMetrics().horizontalAdvance(text()),
+                            qRound(KZentoStyle::dpiScaled(kMaxNameWidth)));
     option.panelHeight = kPanelHeight;
     return KZentoStyle::sizeMetric(style(), KZentoStyle::SM_UserPanelMenuButton, &option, this);
 }

@@ -18,6 +18,7 @@
 #include <vexlite/hostcontrol.h>
 
 #include <QAccessible>
+#include <QScreen>
 #include <QToolTip>
 #include <QtTest>
 
@@ -95,11 +96,12 @@ class TestUserCenterButton : public QObject
     KUserCenterMenuCommand* m_command = nullptr;
     KUserCenterMenuButton* m_button = nullptr;
 
-    // A shown, active main window with the user centre and its two entries.
-    void makeWindow()
+    // A shown, active main window with the user centre and its two
+    // entries, its top-left corner at `at` on the 800 x 600 screen.
+    void makeWindow(QPoint at = QPoint(100, 100))
     {
         m_window = std::make_unique<KMainWindow>();
-        m_window->setGeometry(100, 100, 480, 240);
+        m_window->setGeometry(QRect(at, QSize(480, 240)));
         m_command = new KUserCenterMenuCommand(m_window.get(), m_window.get());
         m_command->addChild(new KxOpenPersonalCenterCommand(m_window.get(), m_window.get()));
         m_command->addChild(new KEnterpriseCenterTriggerCommand(m_window.get(), m_window.get()));
@@ -282,6 +284,64 @@ private slots:
         QApplication::setActiveWindow(&other);
         QVERIFY(QTest::qWaitForWindowActive(&other));
         QCOMPARE(hoverMenu(closeSoon), 0);
+    }
+
+    void menuPlacement_data()
+    {
+        QTest::addColumn<QPoint>("at"); // the window's top-left corner
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("expected");
+
+        const QString longName = "Maximilian Alexander Ferdinand von Hohenzollern-Sigmaringen";
+        QTest::newRow("room") << QPoint(0, 100) << "Ada"
+                              << "below";
+        QTest::newRow("right edge") << QPoint(250, 100) << "Ada"
+                                    << "below, moved left";
+        QTest::newRow("bottom edge") << QPoint(0, 580) << "Ada"
+                                     << "above";
+        QTest::newRow("long name") << QPoint(0, 100) << longName << "below, wrapped";
+        QTest::newRow("name wider than the screen")
+            << QPoint(250, 100) << QString(150, 'W') << "below, moved left, wrapped";
+    }
+
+    // Below the button, left edges aligned, as long as that is on the
+    // screen; else moved left into it, or above the button. A long name
+    // wraps in the heading instead of widening the menu; the detail line
+    // below it is legible.
+    void menuPlacement()
+    {
+        QFETCH(QPoint, at);
+        QFETCH(QString, name);
+        QFETCH(QString, expected);
+
+        QVERIFY(m_state.set("{\"IsLogined\": true, \"Name\": \"" + name.toUtf8() + "\"}"));
+        makeWindow(at);
+        QRect button, placed;
+        int entriesTop = 0, detailInk = 255;
+        QCOMPARE(hoverMenu([&](KPopupWidget* popup) {
+                     button = QRect(m_button->mapToGlobal(QPoint()), m_button->size());
+                     placed = popup->geometry();
+                     entriesTop = popup->entryRect(0).top();
+                     // The detail line's darkest ink, 4.5:1 on white at least.
+                     const QImage image = popup->grab().toImage();
+                     const int top = 9 + QFontMetrics(popup->font()).height() * 3 / 2;
+                     for (int x = 12; x < 160; ++x)
+                         detailInk = qMin(detailInk, qGray(image.pixel(x, top)));
+                     QTimer::singleShot(0, popup, &QWidget::hide);
+                 }),
+                 1);
+        QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(placed));
+        QCOMPARE(placed.left() < button.left(), expected.contains("moved left"));
+        QCOMPARE(placed.top(),
+                 expected.contains("above") ? button.top() - placed.height() : button.bottom() + 1);
+        // Heading and detail: two lines unless the name wraps. The button
+        // shows a long name elided.
+        const int line = QFontMetrics(m_button->font()).height();
+        const bool wrapped = entriesTop - 22 > 2 * line + line / 2;
+        QCOMPARE(wrapped, expected.contains("wrapped"));
+        QVERIFY(placed.width() <= 360);
+        QVERIFY(wrapped || detailInk <= 118);
+        QVERIFY(button.width() < 250);
     }
 
     // Offline: the veil over the last state, the balloon while the mouse is

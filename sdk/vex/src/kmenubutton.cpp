@@ -23,7 +23,7 @@ void KMenuButton::popupChildWidget()
     QEventLoop loop;
     connect(popup, SIGNAL(hidden()), &loop, SLOT(quit()));
     connect(popup, SIGNAL(destroyed()), &loop, SLOT(quit()));
-    popup->popup(mapToGlobal(QPoint(0, height())));
+    popup->popup(QRect(mapToGlobal(QPoint(0, 0)), size()));
     emit popupShown(popup);
     // Whoever was told may have closed it already.
     if (popup && popup->isVisible())
