@@ -173,7 +173,7 @@ bool KUserCenterMenuButton::event(QEvent* event)
         // done, in the window the person works in.
         const KMainWindow* window = kxHoldingMainWindow(this);
         if (window && window->isActiveWindow())
-            QTimer::singleShot(0, this, SLOT(onPopupMenu()));
+            QTimer::singleShot(0, this, &KUserCenterMenuButton::onPopupMenu);
         break;
     }
     case KPopupWidget::PopupTrackEvent:
@@ -285,7 +285,7 @@ void KUserCenterMenuButton::onClicked()
             m_tip->showTipForAWhile(offlineText());
         return;
     }
-    QTimer::singleShot(0, this, SLOT(onPopupMenu()));
+    QTimer::singleShot(0, this, &KUserCenterMenuButton::onPopupMenu);
 }
 
 QString KUserCenterMenuButton::offlineText() const

@@ -21,8 +21,8 @@ void KMenuButton::popupChildWidget()
     setPopupOpen(true);
 
     QEventLoop loop;
-    connect(popup, SIGNAL(hidden()), &loop, SLOT(quit()));
-    connect(popup, SIGNAL(destroyed()), &loop, SLOT(quit()));
+    connect(popup.data(), &KPopupWidget::hidden, &loop, &QEventLoop::quit);
+    connect(popup.data(), &QObject::destroyed, &loop, &QEventLoop::quit);
     popup->popup(QRect(mapToGlobal(QPoint(0, 0)), size()));
     emit popupShown(popup);
     // Whoever was told may have closed it already.

@@ -94,8 +94,8 @@ KPopupWidget::KPopupWidget(KCommand* command, QWidget* owner)
         if (watched)
             watched->installEventFilter(this);
     }
-    connect(qApp, SIGNAL(applicationStateChanged(Qt::ApplicationState)), this,
-            SLOT(onApplicationStateChanged(Qt::ApplicationState)));
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            &KPopupWidget::onApplicationStateChanged);
     resize(sizeHint());
 }
 
