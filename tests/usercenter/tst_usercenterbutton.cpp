@@ -7,6 +7,7 @@
 #include "kpopupdriver.h"
 #include "ksimulatorstate.h"
 #include "ktestenvironment.h"
+#include "kwidgetpixels.h"
 
 #include "kenterprisecentertriggercommand.h"
 #include "kusercentermenubutton.h"
@@ -25,6 +26,7 @@
 #include <memory>
 
 using namespace AuthTest;
+using KWidgetPixels::near;
 
 using namespace krt::hostcontrol;
 
@@ -36,21 +38,10 @@ const QByteArray kPersonal =
 const QByteArray kCompany = R"({"IsLogined": true, "Name": "Ada", "IsCompanyAccount": true})";
 const QString kDefault = "res:/resource/zentodeskhive/defaultthumbnail.png";
 
-bool near(QColor a, QColor b, int tolerance = 3)
-{
-    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance &&
-           qAbs(a.blue() - b.blue()) <= tolerance;
-}
-
 // The button's own painting over white, at a device pixel ratio.
 QImage paint(QWidget* button, qreal ratio = 1)
 {
-    QImage image(button->size() * ratio, QImage::Format_ARGB32);
-    image.setDevicePixelRatio(ratio);
-    image.fill(Qt::white);
-    button->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    image.setDevicePixelRatio(1);
-    return image;
+    return KWidgetPixels::paint(button, Qt::white, ratio);
 }
 
 bool send(QWidget* widget, QEvent::Type type)

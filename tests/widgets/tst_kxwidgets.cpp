@@ -23,13 +23,6 @@ using namespace KWidgetPixels;
 
 namespace {
 
-bool sameColor(QRgb actual, const QColor& expected, int tolerance = 1)
-{
-    return qAbs(qRed(actual) - expected.red()) <= tolerance &&
-           qAbs(qGreen(actual) - expected.green()) <= tolerance &&
-           qAbs(qBlue(actual) - expected.blue()) <= tolerance;
-}
-
 // Hover and press through the window, as the mouse would bring them about.
 // False when the widget did not end up under the mouse as asked.
 bool bringAbout(QWidget* window, QWidget* widget, const QString& state)
@@ -112,7 +105,7 @@ private slots:
             QTest::mouseRelease(window.windowHandle(), Qt::LeftButton);
             if (flat) {
                 for (QPoint corner : {QPoint(1, 1), QPoint(158, 38)})
-                    QVERIFY2(sameColor(painted.pixel(corner), colour),
+                    QVERIFY2(near(painted.pixel(corner), colour),
                              qPrintable(QColor(painted.pixel(corner)).name()));
             } else {
                 QCOMPARE(inkBounds(painted, Qt::white), QRect(10, 10, 10, 10));
@@ -213,7 +206,7 @@ private slots:
         for (int y = 0; y < height; ++y) {
             const QRgb pixel = image.pixel(20, y);
             if (pixel != qRgb(255, 255, 255))
-                QVERIFY2(sameColor(pixel, color.isValid() ? color : Qt::black, 0),
+                QVERIFY2(near(pixel, color.isValid() ? color : Qt::black, 0),
                          qPrintable(QColor(pixel).name()));
             painted += pixel == qRgb(255, 255, 255) ? '.' : '#';
         }
