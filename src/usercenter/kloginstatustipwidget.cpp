@@ -29,22 +29,19 @@ constexpr int kFontPixels = 12;
 constexpr int kBodyTop = 8;
 const QRect kPointer(12, 0, 21, 10);
 const QRect kPlainEdge(100, 0, 21, 10); // the body's top edge, no pointer
-constexpr int kCorner = 5;              // the body's rounded corners, and a pixel
+constexpr int kCorner = 5;              // the pointer keeps clear of the body's rounded corners
 // Where a text does not fit the box: the room right of it, the widest box
 // before the text wraps, and the slices that keep their size when the body
 // grows (the sign and pointer at the left and top, the corners).
 constexpr int kTextRight = 10;
 constexpr int kMaxWidth = 320;
 const QMargins kSlices(41, 45, 6, 4);
+// More of a message than any screen holds is not laid out.
+constexpr int kMaxCharacters = 8192;
 
 int scaled(int value)
 {
     return qRound(KZentoStyle::dpiScaled(value));
-}
-
-QRect scaledRect(const QRect& rect)
-{
-    return KZentoStyle::dpiScaledRect(rect);
 }
 
 // source, in the image's own pixels for a rectangle of the 100 % layout.
@@ -268,7 +265,9 @@ void KLoginStatusTipWidget::layOut(const QSize& room)
     const QFontMetrics metrics(font);
     const int left = KZentoStyle::dpiScaledPoint(kTextOrigin).x();
     const int right = scaled(kTextRight);
-    QString text = m_text;
+    QString text = m_text.left(kMaxCharacters);
+    if (text.size() < m_text.size())
+        text += QChar(0x2026); // an ellipsis
     text.replace(QLatin1Char('\n'), QChar::LineSeparator);
     m_lines = QStringList(text);
     if (!text.contains(QChar::LineSeparator) &&
@@ -341,7 +340,7 @@ void KLoginStatusTipWidget::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QRect described = scaledRect(QRect(QPoint(0, 0), QPoint(210, 52)));
+    const QRect described = KZentoStyle::dpiScaledRect(QRect(QPoint(0, 0), QPoint(210, 52)));
     // Where the background covers more device pixels than the image has,
     // the companion drawn at twice the size, if there is one.
     const bool dense =
