@@ -37,7 +37,7 @@ constexpr int kMaxNameWidth = 200;
 constexpr qreal kAvatarSide = 16.0;
 // A picture of more pixels is not decoded: a 16,000 pixel square one held
 // the GUI thread for seconds and a gigabyte of memory.
-constexpr qint64 kMaxAvatarPixels = 4096 * 4096;
+constexpr qint64 kMaxAvatarPixels = qint64(4096) * 4096;
 const QColor kOfflineVeil(139, 139, 139, 150);
 
 // Pictures the button does not open: anything there but a regular file (a

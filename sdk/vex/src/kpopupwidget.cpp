@@ -35,22 +35,24 @@ QFont headingFont(QFont font)
     return font;
 }
 
-// Heading lines wrap at word boundaries, or anywhere where one word (or a
-// text without spaces, as Chinese is written) is wider than the line.
-int wrapFlags(const QFontMetrics& metrics, const QString& text, int width)
+// Heading lines start at the left and wrap at word boundaries, or anywhere
+// where one word (or a text without spaces, as Chinese is written) is wider
+// than the line.
+int headingFlags(const QFontMetrics& metrics, const QString& text, int width)
 {
+    const int left = int(Qt::AlignLeft | Qt::AlignVCenter);
     const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& word : words) {
         if (metrics.horizontalAdvance(word) > width)
-            return Qt::TextWrapAnywhere;
+            return left | Qt::TextWrapAnywhere;
     }
-    return Qt::TextWordWrap;
+    return left | Qt::TextWordWrap;
 }
 
 int wrappedHeight(const QFontMetrics& metrics, const QString& text, int width)
 {
     return metrics
-        .boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), wrapFlags(metrics, text, width), text)
+        .boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), headingFlags(metrics, text, width), text)
         .height();
 }
 
@@ -323,9 +325,8 @@ void KPopupWidget::paintEvent(QPaintEvent* /*event*/)
         const int height = wrappedHeight(metrics, m_heading, textWidth);
         painter.setFont(bold);
         painter.setPen(pal.color(QPalette::Text));
-        painter.drawText(
-            QRect(left, y, textWidth, height),
-            Qt::AlignLeft | Qt::AlignVCenter | wrapFlags(metrics, m_heading, textWidth), m_heading);
+        painter.drawText(QRect(left, y, textWidth, height),
+                         headingFlags(metrics, m_heading, textWidth), m_heading);
         y += height;
         painter.setFont(font());
     }
@@ -336,9 +337,7 @@ void KPopupWidget::paintEvent(QPaintEvent* /*event*/)
         quiet.setAlpha(170);
         painter.setPen(quiet);
         painter.drawText(QRect(left, y, textWidth, height),
-                         Qt::AlignLeft | Qt::AlignVCenter |
-                             wrapFlags(fontMetrics(), m_detail, textWidth),
-                         m_detail);
+                         headingFlags(fontMetrics(), m_detail, textWidth), m_detail);
         y += height;
     }
     if (!m_heading.isEmpty() || !m_detail.isEmpty()) {
