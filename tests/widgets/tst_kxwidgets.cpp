@@ -151,6 +151,9 @@ private slots:
         QCOMPARE(button.contentsMargins(), QMargins(margin, margin, margin, margin));
         QCOMPARE(button.minimumSizeHint(), bounds.size() + QSize(2 * margin, 2 * margin));
         QCOMPARE(button.sizeHint(), button.minimumSizeHint());
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&button);
+        QVERIFY(accessible->role() == QAccessible::Button &&
+                accessible->text(QAccessible::Name) == QString(text).remove('&'));
 
         button.resize(size);
         const QImage image = paint(&button, Qt::white);
