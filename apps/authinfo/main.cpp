@@ -78,9 +78,11 @@ int main(int argc, char* argv[])
     parser.addPositionalArgument(QStringLiteral("key"), QStringLiteral("Information keys to ask."),
                                  QStringLiteral("[key...]"));
     parser.process(app);
-    // Debug notices would interleave with the report on the terminal.
-    if (!parser.isSet(verboseOption))
-        QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    // Debug notices would interleave with the report on the terminal; the
+    // plug-in's own categories say nothing below warnings unless asked.
+    QLoggingCategory::setFilterRules(parser.isSet(verboseOption)
+                                         ? QStringLiteral("auth.*.debug=true")
+                                         : QStringLiteral("*.debug=false"));
 
     QTextStream out(stdout);
     QTextStream err(stderr);
