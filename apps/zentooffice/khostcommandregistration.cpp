@@ -3,15 +3,13 @@
 #include "khostsignincommand.h"
 #include "khostsignoutcommand.h"
 
+#include "zentoofficelogging.h"
+
 #include <vex/kcommandfactory.h>
 #include <vex/kcommandfactoryitembase.h>
 #include <vex/kmainwindow.h>
 
-#include <QLoggingCategory>
-
 namespace {
-
-Q_LOGGING_CATEGORY(lcHostCommands, "zentooffice.commands")
 
 template <typename Command>
 class KHostCommandItem final : public KCommandFactoryItemBase
@@ -32,7 +30,7 @@ public:
     {
         if (auto* window = qobject_cast<KMainWindow*>(host))
             return new Command(window, window);
-        qCWarning(lcHostCommands, "%s needs a main window", qUtf8Printable(className()));
+        qCWarning(lcZentoOffice, "%s needs a main window", qUtf8Printable(className()));
         return nullptr;
     }
 };

@@ -144,6 +144,9 @@ int main(int argc, char* argv[])
             err << "zentooffice: running on its own: " << instance.errorString() << '\n';
             break;
         case KSingleInstance::Primary:
+            if (!instance.errorString().isEmpty())
+                err << "zentooffice: later starts cannot reach this one yet: "
+                    << instance.errorString() << '\n';
             break;
         }
     }
