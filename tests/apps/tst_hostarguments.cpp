@@ -99,9 +99,23 @@ private slots:
             << "";
         QTest::newRow("no name") << "vexnimbo://type=open&fileid=1" << invalid << ""
                                  << "";
+        // Decoded whole, then checked.
+        for (const QByteArray& name : {QByteArray("\0abc", 4), QByteArray("a\0b", 3),
+                                       QByteArray("  "), QByteArray("a\nb"), QByteArray("\xff")})
+            QTest::newRow(("name " + name.toPercentEncoding()).constData())
+                << address("vexnimbo", name) << invalid << ""
+                << "";
+        QTest::newRow("NUL in the type")
+            << "vexnimbo://type=open%00x&fileid=1&displayname=YWI=" << invalid << ""
+            << "";
+        QTest::newRow("NUL in the file id")
+            << "vexnimbo://type=open&fileid=%00&displayname=YWI=" << invalid << ""
+            << "";
         QTest::newRow("missing file") << "missing.txt" << invalid << ""
                                       << "";
         QTest::newRow("folder") << "folder" << invalid << ""
+                                << "";
+        QTest::newRow("device") << "/dev/null" << invalid << ""
                                 << "";
     }
 
