@@ -38,6 +38,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <sys/stat.h>
 
 using namespace AuthTest;
 
@@ -489,23 +490,98 @@ private slots:
         QTRY_COMPARE(m_host->windows(), QList<KZentoOfficeWindow*>{m_window});
     }
 
-    // What a second start handed over opens in tabs; the rest is reported.
-    void forwardedArgumentsOpenInTabs()
+    // What a second start handed over opens in tabs, up to the limit of one
+    // request; the rest is reported in the status bar.
+    void forwardedArgumentsOpenInTabs_data()
     {
-        const QString notes = m_env.rootPath() + "/notes.txt";
-        QVERIFY(KTestAppDir::write(notes, "Minutes of the meeting\n"));
+        QTest::addColumn<QStringList>("arguments"); // NOTES: a text file of the test's
+        QTest::addColumn<QStringList>("titles");    // of the tabs opened, in order
+        QTest::addColumn<QString>("status");
+
         const QString report =
             "vexnimbo://type=open&fileid=7&displayname=" + QByteArray("Report.docx").toBase64();
+        QTest::newRow("documents and junk")
+            << QStringList{"NOTES", report, "junk"} << QStringList{"notes.txt", "Report.docx"}
+            << "junk: no such file";
+        const int limit = KZentoOfficeHost::kMaxDocumentsAtOnce;
+        QTest::newRow("more than one request opens")
+            << QStringList(QVector<QString>(limit + 3, report).toList())
+            << QStringList(QVector<QString>(limit, "Report.docx").toList())
+            << "not opened, beyond 100 documents at once: 3 more";
+        QTest::newRow("much junk") << QStringList{"j1", "j2", "j3", "j4", "j5"} << QStringList()
+                                   << "j3: no such file; also refused: 2 more";
+    }
+
+    void forwardedArgumentsOpenInTabs()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, titles);
+        QFETCH(QString, status);
+
+        const QString notes = m_env.rootPath() + "/notes.txt";
+        QVERIFY(KTestAppDir::write(notes, "Minutes of the meeting\n"));
+        arguments.replaceInStrings("NOTES", notes);
         QTabWidget* tabs = m_window->documents();
         const int before = tabs->count();
-        m_host->onArgumentsReceived({notes, report, "junk"});
-        QCOMPARE(tabs->count(), before + 2);
-        QCOMPARE(tabs->tabText(before), "notes.txt");
-        QCOMPARE(qobject_cast<QPlainTextEdit*>(tabs->widget(before))->toPlainText(),
-                 "Minutes of the meeting\n");
-        QCOMPARE(tabs->tabText(before + 1), "Report.docx");
-        QCOMPARE(tabs->currentIndex(), before + 1);
-        QVERIFY(m_window->statusBar()->currentMessage().contains("junk: no such file"));
+        m_host->onArgumentsReceived(arguments);
+        QStringList opened;
+        for (int i = before; i < tabs->count(); ++i)
+            opened << tabs->tabText(i);
+        while (tabs->count() > before)
+            delete tabs->widget(before);
+        QCOMPARE(opened, titles);
+        QVERIFY2(m_window->statusBar()->currentMessage().contains(status),
+                 qPrintable(m_window->statusBar()->currentMessage()));
+    }
+
+    // A local file shows its text; anything else says in its tab why not,
+    // without waiting on a pipe or reading more than the limit, whatever
+    // size the file claims.
+    void showsWhatAFileHolds_data()
+    {
+        QTest::addColumn<QString>("path");       // FILE: a text file of the test's
+        QTest::addColumn<QString>("replacedBy"); // after the request was made
+        QTest::addColumn<QString>("shown");
+
+        QTest::newRow("text") << "FILE"
+                              << ""
+                              << "Minutes of the meeting";
+        QTest::newRow("claims no size, holds text") << "/proc/self/maps"
+                                                    << ""
+                                                    << "[stack]";
+        QTest::newRow("claims no size, holds gigabytes") << "/proc/self/pagemap"
+                                                         << ""
+                                                         << "larger than 4 MiB";
+        QTest::newRow("now a folder") << "FILE"
+                                      << "folder"
+                                      << "is a folder";
+        QTest::newRow("now a pipe") << "FILE"
+                                    << "pipe"
+                                    << "is a pipe, device or socket";
+    }
+
+    void showsWhatAFileHolds()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, replacedBy);
+        QFETCH(QString, shown);
+
+        if (path == "FILE") {
+            path = m_env.rootPath() + "/shown/" + QTest::currentDataTag();
+            QVERIFY(KTestAppDir::write(path, "Minutes of the meeting\n"));
+        }
+        const KDocumentRequest request = KDocumentRequest::fromArgument(path, QString());
+        QVERIFY2(request.isValid(), qPrintable(request.error()));
+        if (!replacedBy.isEmpty())
+            QVERIFY(QFile::remove(path));
+        if (replacedBy == "folder")
+            QVERIFY(QDir().mkdir(path));
+        else if (replacedBy == "pipe")
+            QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        const int index = m_window->openDocument(request);
+        const std::unique_ptr<QWidget> page(m_window->documents()->widget(index));
+        const QString text = qobject_cast<QPlainTextEdit*>(page.get())->toPlainText();
+        QVERIFY2(text.contains(shown), qPrintable(text.left(200)));
     }
 
     void usageEventsShown()
