@@ -216,6 +216,78 @@ private slots:
         QCOMPARE(raised.count(), signal.isEmpty() ? 0 : 2);
     }
 
+    // The panel's writes change only the members they are about, in place,
+    // in a file the simulator reads (comments, trailing commas); a file it
+    // cannot read stays as it is, and the panel is told why.
+    void stateEditorKeepsTheRest_data()
+    {
+        QTest::addColumn<QByteArray>("before"); // MISSING: no file, PIPE: a named pipe
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QByteArray>("after"); // DEMO: the demo user's picture
+        QTest::addColumn<QString>("error");
+
+        QTest::newRow("comment, trailing comma")
+            << QByteArray(
+                   "{\n    // by hand\n    \"IsLogined\": true,\n    \"Name\": \"Ann\",\n}\n")
+            << "company"
+            << QByteArray("{\n    // by hand\n    \"IsLogined\": true,\n    \"Name\": \"Ann\",\n"
+                          "    \"IsCompanyAccount\": true,\n}\n")
+            << "";
+        QTest::newRow("in place, long number kept")
+            << QByteArray(R"({"Quota": 12345678901234567890123, "IsCompanyAccount": true /* x */})")
+            << "personal"
+            << QByteArray(
+                   R"({"Quota": 12345678901234567890123, "IsCompanyAccount": false /* x */})")
+            << "";
+        QTest::newRow("sign in, demo user")
+            << QByteArray("{}") << "signIn"
+            << QByteArray(R"({"IsLogined": true, "Name": "Demo User", )"
+                          R"("Id": "demo-0001", "UserAvatarImagePath": "DEMO"})")
+            << "";
+        QTest::newRow("sign in, user kept, emit emptied")
+            << QByteArray(R"({"Name": "Ann", "emit": ["x"], "IsLogined": false})") << "signIn"
+            << QByteArray(R"({"Name": "Ann", "emit": [], "IsLogined": true})") << "";
+        QTest::newRow("raise, 20-digit serial")
+            << QByteArray(R"({"emitSerial": 18446744073709551614})") << "raise"
+            << QByteArray(R"({"emitSerial": 18446744073709551615, "emit": ["rpc"]})") << "";
+        QTest::newRow("missing") << QByteArray("MISSING") << "signOut"
+                                 << QByteArray("{\n    \"IsLogined\": false\n}\n") << "";
+        QTest::newRow("not JSON") << QByteArray(R"({"IsLogined": tru)") << "company"
+                                  << QByteArray(R"({"IsLogined": tru)") << "left as it is";
+        QTest::newRow("not an object") << QByteArray(R"(["IsLogined"])") << "company"
+                                       << QByteArray(R"(["IsLogined"])") << "left as it is";
+        QTest::newRow("pipe") << QByteArray("PIPE") << "signIn" << QByteArray()
+                              << "not a regular file";
+    }
+
+    void stateEditorKeepsTheRest()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QString, change);
+        QFETCH(QByteArray, after);
+        QFETCH(QString, error);
+
+        const QString path = m_env.rootPath() + "/editor/" + QTest::currentDataTag() + ".json";
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        if (before == "PIPE")
+            QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        else if (before != "MISSING")
+            QVERIFY(KTestAppDir::write(path, before));
+        KSimulatorStateEditor editor(path);
+        const bool written = change == "signIn"     ? editor.setSignedIn(true)
+                             : change == "signOut"  ? editor.setSignedIn(false)
+                             : change == "company"  ? editor.setCompanyAccount(true)
+                             : change == "personal" ? editor.setCompanyAccount(false)
+                                                    : editor.raise("rpc");
+        QCOMPARE(written, error.isEmpty());
+        QVERIFY2(editor.errorString().contains(error), qPrintable(editor.errorString()));
+        if (before == "PIPE")
+            return;
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), after.replace("DEMO", KDeskhiveClient::demoAvatarPath().toUtf8()));
+    }
+
     // The keyboard on the panel's switches reaches the host, and the host's
     // texts and the plug-in's commands follow the language.
     void panelSwitchesLanguage_data()
