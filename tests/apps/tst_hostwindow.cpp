@@ -656,15 +656,53 @@ private slots:
         QVERIFY2(text.contains(shown), qPrintable(text.left(200)));
     }
 
+    // The list follows what is appended to the event file and keeps its
+    // last lines; it empties when the file is cleared or replaced, and
+    // neither a huge file nor a pipe in its place holds the window up.
+    void usageEventsShown_data()
+    {
+        QTest::addColumn<QString>("before"); // lines in the file, HUGE or PIPE
+        QTest::addColumn<QString>("first");  // line of the list
+        QTest::addColumn<int>("lines");
+
+        const QString signIn = "event \u00b7 sign_in \u00b7 launcher \u00b7 button";
+        QTest::newRow("appended") << "0" << signIn << 1;
+        QTest::newRow("more than the list keeps") << "250"
+                                                  << "view \u00b7 page 52" << 200;
+        QTest::newRow("3 GiB, the event at its end") << "HUGE" << signIn << 1;
+        QTest::newRow("replaced by a pipe") << "PIPE"
+                                            << "" << 1;
+    }
+
     void usageEventsShown()
     {
-        krt::infocollect::collectExpEvent("", "", "sign_in", "launcher", "button", 0, "");
-        QTRY_VERIFY(control<QPlainTextEdit>("usageEvents")
-                        ->toPlainText()
-                        .endsWith("event \u00b7 sign_in \u00b7 launcher \u00b7 button"));
+        QFETCH(QString, before);
+        QFETCH(QString, first);
+        QFETCH(int, lines);
+
+        auto* list = control<QPlainTextEdit>("usageEvents");
         QTest::mouseClick(control<QAbstractButton>("clearEvents"), Qt::LeftButton);
-        QTRY_COMPARE(control<QPlainTextEdit>("usageEvents")->toPlainText(), "");
-        QVERIFY(krt::hostcontrol::recordedEvents().isEmpty());
+        QTRY_COMPARE(list->toPlainText(), "");
+        const QString path = krt::hostcontrol::infoCollectFile();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        for (int i = 1; i <= before.toInt(); ++i)
+            file.write("{\"kind\": \"view\", \"viewName\": \"page " + QByteArray::number(i) +
+                       "\"}\n");
+        if (before == "HUGE")
+            QVERIFY(file.resize(qint64(3) << 30) && file.seek(file.size()) && file.write("\n"));
+        file.close();
+        krt::infocollect::collectExpEvent("", "", "sign_in", "launcher", "button", 0, "");
+        QTRY_VERIFY(list->toPlainText().endsWith("button"));
+        if (before == "PIPE") {
+            QVERIFY(file.remove());
+            QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+            QTRY_COMPARE(list->toPlainText(), "");
+        }
+        QCOMPARE(list->document()->blockCount(), lines);
+        QVERIFY2(list->toPlainText().section('\n', 0, 0).endsWith(first),
+                 qPrintable(list->toPlainText().left(200)));
+        QFile::remove(path);
     }
 
     // Screen readers name every control a keyboard reaches in the title area
