@@ -239,14 +239,11 @@
     </message>
 </context>
 <context>
-    <name>KHostSignInCommand</name>
+    <name>KHostAccountCommand</name>
     <message>
         <source>Sign In</source>
         <translation>登录</translation>
     </message>
-</context>
-<context>
-    <name>KHostSignOutCommand</name>
     <message>
         <source>Sign Out</source>
         <translation>退出登录</translation>
