@@ -64,59 +64,43 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("forwardable"); // "DIR/" stands for the documents' folder
 
+        const auto valid = [](const char* name, const QString& argument, int kind,
+                              const QString& title, const QString& forwardable) {
+            QTest::newRow(name) << argument << kind << title << forwardable;
+        };
+        const auto invalid = [](const char* name, const QString& argument) {
+            QTest::newRow(name) << argument << int(KDocumentRequest::Invalid) << ""
+                                << "";
+        };
         const int cloud = KDocumentRequest::CloudDocument;
         const int file = KDocumentRequest::LocalFile;
-        const int invalid = KDocumentRequest::Invalid;
         const QString report = address("vexnimbo", "Quarterly report.docx");
-        QTest::newRow("vexnimbo") << report << cloud << "Quarterly report.docx" << report;
+        valid("vexnimbo", report, cloud, "Quarterly report.docx", report);
         const QString resume = address("VEXZENTO", "简历.docx", "9");
-        QTest::newRow("application scheme, capitals, UTF-8 name")
-            << resume << cloud << "简历.docx" << resume;
-        QTest::newRow("padding percent-encoded")
-            << "vexpdf://type=open&fileid=1&displayname=YWI%3D" << cloud << "ab"
-            << "vexpdf://type=open&fileid=1&displayname=YWI%3D";
-        QTest::newRow("relative path") << "notes.txt" << file << "notes.txt"
-                                       << "DIR/notes.txt";
-        QTest::newRow("absolute path, dot segment")
-            << "DIR/folder/../Bericht über.txt" << file << "Bericht über.txt"
-            << "DIR/Bericht über.txt";
-        QTest::newRow("file address") << "file://DIR/notes.txt" << file << "notes.txt"
-                                      << "DIR/notes.txt";
+        valid("application scheme, capitals, UTF-8 name", resume, cloud, "简历.docx", resume);
+        const QString padded = "vexpdf://type=open&fileid=1&displayname=YWI%3D";
+        valid("padding percent-encoded", padded, cloud, "ab", padded);
+        valid("relative path", "notes.txt", file, "notes.txt", "DIR/notes.txt");
+        valid("absolute path, dot segment", "DIR/folder/../Bericht über.txt", file,
+              "Bericht über.txt", "DIR/Bericht über.txt");
+        valid("file address", "file://DIR/notes.txt", file, "notes.txt", "DIR/notes.txt");
 
-        QTest::newRow("empty") << "" << invalid << ""
-                               << "";
-        QTest::newRow("blank") << "  " << invalid << ""
-                               << "";
-        QTest::newRow("web address") << "https://example.com/a.docx" << invalid << ""
-                                     << "";
-        QTest::newRow("other type")
-            << "vexnimbo://type=edit&fileid=1&displayname=YWI=" << invalid << ""
-            << "";
-        QTest::newRow("no file id") << "vexnimbo://type=open&displayname=YWI=" << invalid << ""
-                                    << "";
-        QTest::newRow("name not Base64")
-            << "vexnimbo://type=open&fileid=1&displayname=!!" << invalid << ""
-            << "";
-        QTest::newRow("no name") << "vexnimbo://type=open&fileid=1" << invalid << ""
-                                 << "";
+        invalid("empty", "");
+        invalid("blank", "  ");
+        invalid("web address", "https://example.com/a.docx");
+        invalid("other type", "vexnimbo://type=edit&fileid=1&displayname=YWI=");
+        invalid("no file id", "vexnimbo://type=open&displayname=YWI=");
+        invalid("name not Base64", "vexnimbo://type=open&fileid=1&displayname=!!");
+        invalid("no name", "vexnimbo://type=open&fileid=1");
         // Decoded whole, then checked.
         for (const QByteArray& name : {QByteArray("\0abc", 4), QByteArray("a\0b", 3),
                                        QByteArray("  "), QByteArray("a\nb"), QByteArray("\xff")})
-            QTest::newRow(("name " + name.toPercentEncoding()).constData())
-                << address("vexnimbo", name) << invalid << ""
-                << "";
-        QTest::newRow("NUL in the type")
-            << "vexnimbo://type=open%00x&fileid=1&displayname=YWI=" << invalid << ""
-            << "";
-        QTest::newRow("NUL in the file id")
-            << "vexnimbo://type=open&fileid=%00&displayname=YWI=" << invalid << ""
-            << "";
-        QTest::newRow("missing file") << "missing.txt" << invalid << ""
-                                      << "";
-        QTest::newRow("folder") << "folder" << invalid << ""
-                                << "";
-        QTest::newRow("device") << "/dev/null" << invalid << ""
-                                << "";
+            invalid(("name " + name.toPercentEncoding()).constData(), address("vexnimbo", name));
+        invalid("NUL in the type", "vexnimbo://type=open%00x&fileid=1&displayname=YWI=");
+        invalid("NUL in the file id", "vexnimbo://type=open&fileid=%00&displayname=YWI=");
+        invalid("missing file", "missing.txt");
+        invalid("folder", "folder");
+        invalid("device", "/dev/null");
     }
 
     void classifies()
