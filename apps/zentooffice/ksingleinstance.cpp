@@ -1,13 +1,11 @@
 #include "ksingleinstance.h"
 
+#include "kinstancemessage.h"
 #include "zentoofficelogging.h"
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
@@ -23,8 +21,6 @@ constexpr int kLockTimeoutMs = 5000;
 constexpr int kMaxConnections = 8;
 constexpr int kMessageTimeoutMs = 5000;
 constexpr int kWatchIntervalMs = 2000;
-
-const QString kOpen = QStringLiteral("open");
 
 } // namespace
 
@@ -100,7 +96,7 @@ KSingleInstance::Delivery KSingleInstance::forward(const QStringList& arguments)
     // A listening socket accepts at once, however busy its host is.
     if (!socket.waitForConnected(kConnectTimeoutMs))
         return NobodyListens;
-    socket.write(message(arguments));
+    socket.write(KInstanceMessage::encode(arguments));
     if (!socket.waitForBytesWritten(kAnswerTimeoutMs))
         return NotTaken;
     while (!socket.canReadLine()) {
@@ -149,7 +145,7 @@ void KSingleInstance::acceptConnections()
             continue;
         }
         m_limiter.admit(socket);
-        socket->setReadBufferSize(kMaxMessageSize + 1);
+        socket->setReadBufferSize(KInstanceMessage::kMaxSize + 1);
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] { readMessage(socket); });
     }
@@ -157,10 +153,10 @@ void KSingleInstance::acceptConnections()
 
 void KSingleInstance::readMessage(QLocalSocket* socket)
 {
-    if (!socket->canReadLine() && socket->bytesAvailable() <= kMaxMessageSize)
+    if (!socket->canReadLine() && socket->bytesAvailable() <= KInstanceMessage::kMaxSize)
         return;
     const std::optional<QStringList> arguments =
-        socket->canReadLine() ? parseMessage(socket->readLine()) : std::nullopt;
+        socket->canReadLine() ? KInstanceMessage::decode(socket->readLine()) : std::nullopt;
     if (!arguments) {
         socket->abort();
         socket->deleteLater();
@@ -170,27 +166,4 @@ void KSingleInstance::readMessage(QLocalSocket* socket)
     socket->flush();
     socket->disconnectFromServer();
     emit argumentsReceived(*arguments);
-}
-
-QByteArray KSingleInstance::message(const QStringList& arguments)
-{
-    const QJsonObject message{{kOpen, QJsonArray::fromStringList(arguments)}};
-    return QJsonDocument(message).toJson(QJsonDocument::Compact) + '\n';
-}
-
-std::optional<QStringList> KSingleInstance::parseMessage(const QByteArray& line)
-{
-    if (line.size() > kMaxMessageSize + 1)
-        return std::nullopt;
-    const QJsonValue open = QJsonDocument::fromJson(line).object().value(kOpen);
-    if (!open.isArray())
-        return std::nullopt;
-    QStringList arguments;
-    const QJsonArray list = open.toArray();
-    for (const QJsonValue& argument : list) {
-        if (!argument.isString())
-            return std::nullopt;
-        arguments << argument.toString();
-    }
-    return arguments;
 }

@@ -8,7 +8,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <optional>
 
 class QLocalServer;
 class QLocalSocket;
@@ -26,8 +25,8 @@ class QLockFile;
 // The first serves a few connections at once, each for a few seconds, and
 // listens again whenever its socket fails or disappears.
 //
-// The exchange: the later process sends one line, message(arguments), and
-// waits for the line "ok" that the first sends once it has taken them.
+// The exchange: the later process sends one line (KInstanceMessage) and
+// waits for the line "ok" that the first sends once it has taken it.
 class KSingleInstance : public QObject
 {
     Q_OBJECT
@@ -55,13 +54,6 @@ public:
     void setLimits(int maxConnections, int timeoutMs);
     // How often the first checks that it still listens.
     void setWatchInterval(int intervalMs) { m_watch.setInterval(intervalMs); }
-
-    // The limit on one message; a longer one is dropped.
-    static constexpr int kMaxMessageSize = 1024 * 1024;
-    // The line a later process sends, and what the first reads from it:
-    // the arguments, or nothing for a line that is not such a message.
-    static QByteArray message(const QStringList& arguments);
-    static std::optional<QStringList> parseMessage(const QByteArray& line);
 
 signals:
     // Arguments a later process handed over; empty when it had none (the

@@ -3,6 +3,7 @@
 // else), and a second start handing them to the running host.
 
 #include "kdocumentrequest.h"
+#include "kinstancemessage.h"
 #include "ksingleinstance.h"
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
@@ -169,11 +170,11 @@ private slots:
         QCOMPARE(running.start({}), KSingleInstance::Primary);
         QSignalSpy received(&running, &KSingleInstance::argumentsReceived);
         const auto holder = send(running.socketPath(), held);
-        const auto turnedAway = send(running.socketPath(), KSingleInstance::message({"a"}));
+        const auto turnedAway = send(running.socketPath(), KInstanceMessage::encode({"a"}));
         QTRY_COMPARE(turnedAway->state(), QLocalSocket::UnconnectedState);
         QVERIFY(!turnedAway->canReadLine());
         QTRY_COMPARE(holder->state(), QLocalSocket::UnconnectedState);
-        const auto later = send(running.socketPath(), KSingleInstance::message({"b"}));
+        const auto later = send(running.socketPath(), KInstanceMessage::encode({"b"}));
         QTRY_VERIFY(later->canReadLine());
         QCOMPARE(later->readLine(), QByteArray("ok\n"));
         QCOMPARE(received.size(), 1);
@@ -228,7 +229,7 @@ private slots:
 
         running.setWatchInterval(20);
         QTRY_VERIFY(QFileInfo::exists(socketPath));
-        const auto later = send(socketPath, KSingleInstance::message({"doc"}));
+        const auto later = send(socketPath, KInstanceMessage::encode({"doc"}));
         QTRY_VERIFY(later->canReadLine());
         QCOMPARE(received.first().first().toStringList(), QStringList{"doc"});
     }
