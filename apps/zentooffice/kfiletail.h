@@ -13,7 +13,7 @@
 class KFileTail
 {
 public:
-    explicit KFileTail(const QString& path, qint64 maxRead = 256 * 1024);
+    explicit KFileTail(const QString& path, qint64 maxRead = qint64(256) * 1024);
 
     QString path() const { return m_path; }
 

@@ -42,7 +42,11 @@ KSingleInstance::KSingleInstance(const QString& key, QObject* parent)
     connect(&m_watch, &QTimer::timeout, this, &KSingleInstance::checkListening);
 }
 
-KSingleInstance::~KSingleInstance() = default;
+KSingleInstance::~KSingleInstance()
+{
+    // Unreachable before the lock goes, never the other way round.
+    m_server->close();
+}
 
 void KSingleInstance::setLimits(int maxConnections, int timeoutMs)
 {

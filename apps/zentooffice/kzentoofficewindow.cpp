@@ -111,7 +111,7 @@ QString readText(const QString& path, QString* problem)
     if (content.size() > kMaxTextSize) {
         *problem = KZentoOfficeWindow::tr("%1 is larger than %2 MiB, more than this window shows.")
                        .arg(path)
-                       .arg(kMaxTextSize / (1024 * 1024));
+                       .arg(kMaxTextSize >> 20);
         return QString();
     }
     QTextCodec::ConverterState state;
