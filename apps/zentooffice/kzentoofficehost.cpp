@@ -22,8 +22,6 @@ const QString kJumpUrl = QStringLiteral("JumpUrl");
 const QString kPersonalCenterUrl = QStringLiteral("PersonalCenterUrl");
 const QString kEnterpriseCenterUrl = QStringLiteral("EnterpriseCenterUrl");
 
-// A port of the loopback interface that was free a moment ago: connections
-// to it are refused.
 // Documents, or arguments, left out of a request.
 QString notOpened(int count)
 {
@@ -32,6 +30,8 @@ QString notOpened(int count)
         .arg(count);
 }
 
+// A port of the loopback interface that was free a moment ago: connections
+// to it are refused.
 quint16 refusingPort()
 {
     QTcpServer probe;
