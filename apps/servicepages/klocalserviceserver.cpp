@@ -1,13 +1,15 @@
 #include "klocalserviceserver.h"
 
+#include "khttprequesthead.h"
+
 #include <QFile>
 #include <QTcpSocket>
 #include <QTimer>
 
 namespace {
 
-constexpr int kMaxHeadSize = 16 * 1024;
-constexpr int kRequestTimeoutMs = 10000;
+constexpr int kMaxConnections = 16;
+constexpr int kConnectionTimeoutMs = 10000;
 // A request that may still be sending (a body nobody asked for, the rest of
 // a head too large) is read and dropped for a while before the connection
 // ends, so the answer is not lost to a reset.
@@ -28,6 +30,24 @@ const KJumpPage kJumpPages[] = {
     {"user_feedback_page", "Send Feedback", "Tell the Zento Office team what you think."},
     {"technical_support_page", "Technical Support", "Contact the suite's support team."},
     {"eula", "Licence Agreement", "The end-user licence agreement of Zento Office."},
+};
+
+// Connections waiting for room read no more than a head, too.
+class KHeadSizedServer : public QTcpServer
+{
+public:
+    using QTcpServer::QTcpServer;
+
+protected:
+    void incomingConnection(qintptr descriptor) override
+    {
+        auto* socket = new QTcpSocket(this);
+        socket->setReadBufferSize(KHttpRequestHead::kMaxSize + 1);
+        if (socket->setSocketDescriptor(descriptor))
+            addPendingConnection(socket);
+        else
+            delete socket;
+    }
 };
 
 QByteArray resource(const QString& name)
@@ -64,19 +84,30 @@ QByteArray reasonPhrase(int status)
 
 KLocalServiceServer::KLocalServiceServer(QObject* parent)
     : QObject(parent)
+    , m_server(new KHeadSizedServer(this))
+    , m_limiter(kMaxConnections, kConnectionTimeoutMs)
 {
     // The pages live in a static library, whose resource registration a
     // linker would otherwise drop.
     Q_INIT_RESOURCE(servicepages);
-    connect(&m_server, &QTcpServer::newConnection, this, &KLocalServiceServer::acceptConnections);
+    // One accepted connection waits for room; the rest stay in the system's
+    // queue, holding no descriptor of ours.
+    m_server->setMaxPendingConnections(1);
+    connect(m_server, &QTcpServer::newConnection, this, &KLocalServiceServer::acceptConnections);
+    connect(&m_limiter, &KConnectionLimiter::roomFreed, this,
+            &KLocalServiceServer::acceptConnections);
 }
 
-// The server's connections are its children and go with it.
 KLocalServiceServer::~KLocalServiceServer() = default;
+
+void KLocalServiceServer::setLimits(int maxConnections, int timeoutMs)
+{
+    m_limiter.setLimits(maxConnections, timeoutMs);
+}
 
 bool KLocalServiceServer::listen(quint16 port)
 {
-    return m_server.isListening() || m_server.listen(QHostAddress::LocalHost, port);
+    return m_server->isListening() || m_server->listen(QHostAddress::LocalHost, port);
 }
 
 QUrl KLocalServiceServer::baseUrl() const
@@ -101,15 +132,20 @@ QUrl KLocalServiceServer::enterpriseCenterUrl() const
 
 void KLocalServiceServer::acceptConnections()
 {
-    while (QTcpSocket* socket = m_server.nextPendingConnection()) {
+    while (m_limiter.hasRoom()) {
+        QTcpSocket* socket = m_server->nextPendingConnection();
+        if (!socket)
+            return;
+        m_limiter.admit(socket);
         m_pending.insert(socket, QByteArray());
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { readRequest(socket); });
-        connect(socket, &QTcpSocket::disconnected, this, [this, socket] {
-            m_pending.remove(socket);
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        connect(socket, &QObject::destroyed, this, [this, socket] { m_pending.remove(socket); });
+        // What came while it waited for room; it may be gone already.
+        if (socket->bytesAvailable() > 0)
+            readRequest(socket);
+        if (socket->state() == QAbstractSocket::UnconnectedState)
             socket->deleteLater();
-        });
-        // A client that never finishes its request does not keep the socket.
-        QTimer::singleShot(kRequestTimeoutMs, socket, [socket] { socket->abort(); });
     }
 }
 
@@ -120,31 +156,29 @@ void KLocalServiceServer::readRequest(QTcpSocket* socket)
         socket->readAll(); // answered already
         return;
     }
-    pending->append(socket->readAll());
-    const int end = pending->indexOf("\r\n\r\n");
-    if (end < 0 && pending->size() <= kMaxHeadSize)
+    // Enough to tell a head within the limit from one over it.
+    pending->append(socket->read(KHttpRequestHead::kMaxSize + 1 - pending->size()));
+    const KHttpRequestHead head = KHttpRequestHead::parse(*pending);
+    if (head.state() == KHttpRequestHead::Incomplete)
         return;
-    const QByteArray head = pending->left(end);
     m_pending.erase(pending);
-    respond(socket, head, end < 0);
+    socket->readAll(); // a body, or the rest of a head too large
+    respond(socket, head);
 }
 
-void KLocalServiceServer::respond(QTcpSocket* socket, const QByteArray& head, bool tooLarge)
+void KLocalServiceServer::respond(QTcpSocket* socket, const KHttpRequestHead& head)
 {
-    const QList<QByteArray> requestLine = head.left(head.indexOf("\r\n")).split(' ');
-    const QByteArray method = requestLine.value(0);
-    const QByteArray target = requestLine.value(1);
+    const QByteArray method = head.method();
     int status = 200;
     QByteArray body;
-    if (tooLarge) {
+    if (head.state() == KHttpRequestHead::TooLarge) {
         status = 431;
-    } else if (requestLine.size() != 3 || !requestLine[2].startsWith("HTTP/1.") ||
-               !target.startsWith('/')) {
+    } else if (!head.isWellFormed()) {
         status = 400;
     } else if (method != "GET" && method != "HEAD") {
         status = 405;
     } else {
-        body = page(QUrl::fromEncoded(target).path());
+        body = page(QUrl::fromEncoded(head.target()).path());
         if (body.isEmpty())
             status = 404;
     }
@@ -159,13 +193,11 @@ void KLocalServiceServer::respond(QTcpSocket* socket, const QByteArray& head, bo
     if (method != "HEAD")
         response += body;
     socket->write(response);
-    const bool moreToCome = tooLarge || head.toLower().contains("\r\ncontent-length:") ||
-                            head.toLower().contains("\r\ntransfer-encoding:");
-    if (moreToCome)
+    if (status == 431 || head.announcesBody())
         QTimer::singleShot(kLingerMs, socket, [socket] { socket->disconnectFromHost(); });
     else
         socket->disconnectFromHost();
-    emit requestServed(QString::fromLatin1(method), QString::fromLatin1(target), status);
+    emit requestServed(QString::fromLatin1(method), QString::fromLatin1(head.target()), status);
 }
 
 QByteArray KLocalServiceServer::page(const QString& path)

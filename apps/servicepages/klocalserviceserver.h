@@ -1,11 +1,14 @@
 #ifndef KLOCALSERVICESERVER_H
 #define KLOCALSERVICESERVER_H
 
+#include "kconnectionlimiter.h"
+
 #include <QHash>
 #include <QObject>
 #include <QTcpServer>
 #include <QUrl>
 
+class KHttpRequestHead;
 class QTcpSocket;
 
 // The cloud service's pages on 127.0.0.1, so the web dialog's online path
@@ -21,10 +24,11 @@ class QTcpSocket;
 // "EnterpriseCenterUrl" product strings at jumpBase(), personalCenterUrl()
 // and enterpriseCenterUrl().
 //
-// HTTP/1.1, GET and HEAD, one request per connection; the query is ignored.
-// Unknown paths get 404, other methods 405, requests that are not HTTP 400;
-// a request head over 16 KiB, or one not complete within 10 s, ends the
-// connection.
+// HTTP/1.x, GET and HEAD, one request per connection; the query is ignored.
+// Unknown paths get 404, other methods 405, requests that are not HTTP 400,
+// heads over 16 KiB 431 (KHttpRequestHead). At most 16 connections are
+// served at once (the rest wait their turn) and each ends after 10 s,
+// answered or not.
 class KLocalServiceServer : public QObject
 {
     Q_OBJECT
@@ -36,8 +40,12 @@ public:
     // On the given port of 127.0.0.1, or a free one for 0. False when the
     // port cannot be had.
     bool listen(quint16 port = 0);
-    bool isListening() const { return m_server.isListening(); }
-    quint16 port() const { return m_server.serverPort(); }
+    bool isListening() const { return m_server->isListening(); }
+    quint16 port() const { return m_server->serverPort(); }
+
+    // How many connections are served at once, and how long each may take
+    // (for connections taken from now on).
+    void setLimits(int maxConnections, int timeoutMs);
 
     // http://127.0.0.1:<port>, and the addresses below it.
     QUrl baseUrl() const;
@@ -55,13 +63,14 @@ private slots:
 
 private:
     void readRequest(QTcpSocket* socket);
-    void respond(QTcpSocket* socket, const QByteArray& head, bool tooLarge);
+    void respond(QTcpSocket* socket, const KHttpRequestHead& head);
     static QByteArray page(const QString& path);
 
-    // Before the server: its connections, destroyed with it, still find
-    // the table when they say they are gone.
+    // A child: it goes, with its connections, after every connection to
+    // this object is gone.
+    QTcpServer* m_server;
     QHash<QTcpSocket*, QByteArray> m_pending;
-    QTcpServer m_server;
+    KConnectionLimiter m_limiter;
 };
 
 #endif // KLOCALSERVICESERVER_H

@@ -81,7 +81,7 @@ KWidgetGallery::KWidgetGallery(QWidget* parent)
     link->setText(tr("Forgot your password?"));
     link->setStyleSheet(QStringLiteral("color: #3B7CF0;"));
     link->setFocusPolicy(Qt::StrongFocus);
-    connect(link, SIGNAL(clicked()), this, SLOT(countClick()));
+    connect(link, &KxClickableLabel::clicked, this, &KWidgetGallery::countClick);
 
     // The close images are made for the title colour: show them on it.
     QWidget* strip = new QWidget;
@@ -105,9 +105,9 @@ KWidgetGallery::KWidgetGallery(QWidget* parent)
     }
 
     KxCustomButton* open = button(tr("Open the frame dialog"));
-    connect(open, SIGNAL(clicked()), this, SLOT(openFrameDialog()));
+    connect(open, &QPushButton::clicked, this, &KWidgetGallery::openFrameDialog);
     KxCustomButton* openWeb = button(tr("Open the web dialog"));
-    connect(openWeb, SIGNAL(clicked()), this, SLOT(openWebDialog()));
+    connect(openWeb, &QPushButton::clicked, this, &KWidgetGallery::openWebDialog);
 
     QFormLayout* form = new QFormLayout;
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -138,7 +138,7 @@ KxNimboCustomFrameDlg* KWidgetGallery::createFrameDialog(QWidget* parent)
     QLabel* message = new QLabel(tr("Signed in, your documents follow you to every device."));
     message->setWordWrap(true);
     KxCustomButton* ok = button(tr("OK"));
-    connect(ok, SIGNAL(clicked()), dialog, SLOT(accept()));
+    connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
     QVBoxLayout* layout = new QVBoxLayout(dialog);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->addWidget(message);

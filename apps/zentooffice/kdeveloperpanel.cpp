@@ -18,6 +18,8 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -69,6 +71,7 @@ QString describeEvent(const QVariantMap& event)
 KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent)
     : QDockWidget(parent)
     , m_host(host)
+    , m_eventTail(krt::hostcontrol::infoCollectFile())
 {
     setObjectName(QStringLiteral("DeveloperPanel"));
     setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
@@ -123,8 +126,16 @@ QWidget* KDeveloperPanel::createControls()
 {
     auto* contents = new QWidget;
     auto* layout = new QVBoxLayout(contents);
+    layout->addWidget(createAccountGroup());
+    layout->addWidget(createErrorsGroup());
+    layout->addWidget(createHostGroup());
+    layout->addStretch(1);
+    return contents;
+}
 
-    m_accountGroup = new QGroupBox(contents);
+QGroupBox* KDeveloperPanel::createAccountGroup()
+{
+    m_accountGroup = new QGroupBox;
     m_signIn = new QPushButton(m_accountGroup);
     m_signIn->setObjectName(QStringLiteral("signIn"));
     m_signOut = new QPushButton(m_accountGroup);
@@ -137,21 +148,23 @@ QWidget* KDeveloperPanel::createControls()
     for (const char* avatar : kAvatars)
         m_avatar->addItem(QString(), QLatin1String(avatar));
     m_avatarLabel->setBuddy(m_avatar);
-    auto* accountLayout = new QGridLayout(m_accountGroup);
-    accountLayout->addWidget(m_signIn, 0, 0);
-    accountLayout->addWidget(m_signOut, 0, 1);
-    accountLayout->addWidget(m_company, 1, 0, 1, 2);
-    accountLayout->addWidget(m_avatarLabel, 2, 0);
-    accountLayout->addWidget(m_avatar, 2, 1);
+    auto* layout = new QGridLayout(m_accountGroup);
+    layout->addWidget(m_signIn, 0, 0);
+    layout->addWidget(m_signOut, 0, 1);
+    layout->addWidget(m_company, 1, 0, 1, 2);
+    layout->addWidget(m_avatarLabel, 2, 0);
+    layout->addWidget(m_avatar, 2, 1);
     connect(m_signIn, &QPushButton::clicked, this, &KDeveloperPanel::signIn);
     connect(m_signOut, &QPushButton::clicked, this, &KDeveloperPanel::signOut);
     connect(m_company, &QCheckBox::clicked, this, &KDeveloperPanel::setCompanyAccount);
     connect(m_avatar, QOverload<int>::of(&QComboBox::activated), this,
             &KDeveloperPanel::chooseAvatar);
-    layout->addWidget(m_accountGroup);
+    return m_accountGroup;
+}
 
-    m_errorsGroup = new QGroupBox(contents);
-    auto* errorsLayout = new QGridLayout(m_errorsGroup);
+QGroupBox* KDeveloperPanel::createErrorsGroup()
+{
+    m_errorsGroup = new QGroupBox;
     const auto errorButton = [this](const char* name, const char* signal) {
         auto* button = new QPushButton(m_errorsGroup);
         button->setObjectName(QLatin1String(name));
@@ -165,14 +178,18 @@ QWidget* KDeveloperPanel::createControls()
     m_exitMessage->setObjectName(QStringLiteral("exitMessage"));
     m_ipcError = errorButton("ipcError", "occurIpcErrorsWhenGetUserInf");
     m_rpcError = errorButton("rpcError", "occurRpcErrorsWhenGetUserInf");
-    errorsLayout->addWidget(m_launchError, 0, 0);
-    errorsLayout->addWidget(m_ipcError, 0, 1);
-    errorsLayout->addWidget(m_rpcError, 1, 1);
-    errorsLayout->addWidget(m_exitError, 1, 0);
-    errorsLayout->addWidget(m_exitMessage, 2, 0);
-    layout->addWidget(m_errorsGroup);
+    auto* layout = new QGridLayout(m_errorsGroup);
+    layout->addWidget(m_launchError, 0, 0);
+    layout->addWidget(m_ipcError, 0, 1);
+    layout->addWidget(m_rpcError, 1, 1);
+    layout->addWidget(m_exitError, 1, 0);
+    layout->addWidget(m_exitMessage, 2, 0);
+    return m_errorsGroup;
+}
 
-    m_hostGroup = new QGroupBox(contents);
+QGroupBox* KDeveloperPanel::createHostGroup()
+{
+    m_hostGroup = new QGroupBox;
     m_offline = new QCheckBox(m_hostGroup);
     m_offline->setObjectName(QStringLiteral("offline"));
     connect(m_offline, &QCheckBox::clicked, m_host, &KZentoOfficeHost::setOffline);
@@ -199,21 +216,18 @@ QWidget* KDeveloperPanel::createControls()
     m_scaleLabel->setBuddy(m_scale);
     m_pagesLabel = new QLabel(m_hostGroup);
     m_pagesLabel->setBuddy(m_pages);
-    auto* hostLayout = new QFormLayout(m_hostGroup);
-    hostLayout->addRow(m_offline);
-    hostLayout->addRow(m_languageLabel, m_language);
-    hostLayout->addRow(m_scaleLabel, m_scale);
-    hostLayout->addRow(m_pagesLabel, m_pages);
+    auto* layout = new QFormLayout(m_hostGroup);
+    layout->addRow(m_offline);
+    layout->addRow(m_languageLabel, m_language);
+    layout->addRow(m_scaleLabel, m_scale);
+    layout->addRow(m_pagesLabel, m_pages);
     connect(m_language, QOverload<int>::of(&QComboBox::activated), this,
             &KDeveloperPanel::chooseLanguage);
     connect(m_scale, QOverload<int>::of(&QComboBox::activated), this,
             &KDeveloperPanel::chooseScale);
     connect(m_pages, QOverload<int>::of(&QComboBox::activated), this,
             &KDeveloperPanel::chooseServicePages);
-    layout->addWidget(m_hostGroup);
-
-    layout->addStretch(1);
-    return contents;
+    return m_hostGroup;
 }
 
 QWidget* KDeveloperPanel::createLogs()
@@ -343,19 +357,23 @@ void KDeveloperPanel::refreshHost()
 void KDeveloperPanel::refreshEvents()
 {
     watchEvents();
-    const QList<QVariantMap> events = krt::hostcontrol::recordedEvents();
-    QStringList lines;
-    for (int i = qMax(0, events.size() - kMaxLines); i < events.size(); ++i)
-        lines << describeEvent(events[i]);
-    m_events->setPlainText(lines.join(QLatin1Char('\n')));
-    m_events->moveCursor(QTextCursor::End);
+    bool restarted = false;
+    const QList<QByteArray> lines = m_eventTail.readNewLines(&restarted);
+    if (restarted)
+        m_events->clear();
+    // The list keeps its last kMaxLines lines; earlier ones need no look.
+    for (int i = qMax(0, lines.size() - kMaxLines); i < lines.size(); ++i) {
+        const QJsonDocument event = QJsonDocument::fromJson(lines[i]);
+        if (event.isObject())
+            m_events->appendPlainText(describeEvent(event.object().toVariantMap()));
+    }
 }
 
 // The event file may not exist yet, and may be replaced: its folder is
 // watched too, and the file again whenever it turns up.
 void KDeveloperPanel::watchEvents()
 {
-    const QString file = krt::hostcontrol::infoCollectFile();
+    const QString file = m_eventTail.path();
     const QString dir = QFileInfo(file).absolutePath();
     if (!m_watcher.directories().contains(dir) && QDir().mkpath(dir))
         m_watcher.addPath(dir);

@@ -1,6 +1,8 @@
 #ifndef KDEVELOPERPANEL_H
 #define KDEVELOPERPANEL_H
 
+#include "kfiletail.h"
+
 #include <QDockWidget>
 #include <QFileSystemWatcher>
 
@@ -24,9 +26,10 @@ class QUrl;
 // server, an unreachable one).
 //
 // It shows the usage events the plug-in's pages record through the host
-// (krt::infocollect), and the activity around them: the client's signals,
-// the local server's requests and the addresses the desktop was asked to
-// open while the pages were not the internet's.
+// (krt::infocollect), reading only what was appended to their file, and
+// the activity around them: the client's signals, the local server's
+// requests and the addresses the desktop was asked to open while the
+// pages were not the internet's.
 class KDeveloperPanel : public QDockWidget
 {
     Q_OBJECT
@@ -65,6 +68,9 @@ private slots:
 
 private:
     QWidget* createControls();
+    QGroupBox* createAccountGroup();
+    QGroupBox* createErrorsGroup();
+    QGroupBox* createHostGroup();
     QWidget* createLogs();
     void retranslateUi();
     void addActivity(const QString& line);
@@ -98,6 +104,7 @@ private:
     QPlainTextEdit* m_events = nullptr;
     QPushButton* m_clearEvents = nullptr;
     QFileSystemWatcher m_watcher;
+    KFileTail m_eventTail;
 };
 
 #endif // KDEVELOPERPANEL_H

@@ -3,11 +3,35 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
+#include <QTextCodec>
 #include <QUrl>
 
 namespace {
 
 const char* const kSchemes[] = {"vexnimbo", "vexzento", "vextabix", "vexslidex", "vexpdf"};
+
+// The bytes as text, every one of them (a NUL does not end it); null when
+// they are not UTF-8.
+QString utf8Text(const QByteArray& bytes)
+{
+    QTextCodec::ConverterState state;
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars > 0 ? QString() : text;
+}
+
+// Something a tab can show: not blank, and no control characters (NUL,
+// line breaks, escapes).
+bool isShowable(const QString& text)
+{
+    if (text.trimmed().isEmpty())
+        return false;
+    for (const QChar c : text) {
+        if (c.category() == QChar::Other_Control)
+            return false;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -44,6 +68,8 @@ KDocumentRequest KDocumentRequest::invalid(const QString& argument, const QStrin
 KDocumentRequest KDocumentRequest::cloudDocument(const QString& argument, const QString& scheme,
                                                  const QString& query)
 {
+    // Every value decoded whole first, then checked: a NUL must not cut
+    // "open\0x" to "open" or a name to its first part.
     QString type;
     QString fileId;
     QByteArray encodedName;
@@ -57,9 +83,9 @@ KDocumentRequest KDocumentRequest::cloudDocument(const QString& argument, const 
             equals < 0 ? QByteArray()
                        : QByteArray::fromPercentEncoding(item.mid(equals + 1).toUtf8());
         if (key == QLatin1String("type")) {
-            type = QString::fromUtf8(value);
+            type = utf8Text(value);
         } else if (key == QLatin1String("fileid")) {
-            fileId = QString::fromUtf8(value);
+            fileId = utf8Text(value);
         } else if (key == QLatin1String("displayname")) {
             encodedName = value;
             hasName = true;
@@ -67,19 +93,23 @@ KDocumentRequest KDocumentRequest::cloudDocument(const QString& argument, const 
     }
     if (type != QLatin1String("open"))
         return invalid(argument, tr("the address does not ask to open a document"));
-    if (fileId.isEmpty())
+    if (!isShowable(fileId))
         return invalid(argument, tr("the address names no file id"));
     const QByteArray::FromBase64Result name =
         QByteArray::fromBase64Encoding(encodedName, QByteArray::AbortOnBase64DecodingErrors);
-    if (!hasName || !name || name.decoded.isEmpty())
+    if (!hasName || !name)
         return invalid(argument, tr("the address has no display name in Base64"));
+    const QString displayName = utf8Text(name.decoded);
+    if (!isShowable(displayName))
+        return invalid(argument, tr("the display name is empty, not UTF-8 or holds control "
+                                    "characters"));
 
     KDocumentRequest request;
     request.m_kind = CloudDocument;
     request.m_argument = argument;
     request.m_scheme = scheme;
     request.m_fileId = fileId;
-    request.m_displayName = QString::fromUtf8(name.decoded);
+    request.m_displayName = displayName;
     return request;
 }
 
@@ -88,8 +118,10 @@ KDocumentRequest KDocumentRequest::localFile(const QString& argument, const QStr
     const QFileInfo info(path);
     if (!info.exists())
         return invalid(argument, tr("no such file"));
+    if (info.isDir())
+        return invalid(argument, tr("a folder, not a file"));
     if (!info.isFile())
-        return invalid(argument, tr("not a file"));
+        return invalid(argument, tr("a pipe, device or socket, not a regular file"));
     if (!info.isReadable())
         return invalid(argument, tr("the file cannot be read"));
 

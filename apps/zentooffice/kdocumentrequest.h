@@ -10,7 +10,9 @@
 // "vexnimbo", or an application's own: "vexzento", "vextabix", "vexslidex",
 // "vexpdf"), or the path of a local file (relative paths against the
 // caller's working directory; "file:" addresses too). Anything else is
-// invalid, with a one-line reason.
+// invalid, with a one-line reason: among others a display name or file id
+// that, decoded, is blank, not UTF-8 or holds control characters (a NUL
+// included), and a path that is not a regular file.
 class KDocumentRequest
 {
     Q_DECLARE_TR_FUNCTIONS(KDocumentRequest)

@@ -1,24 +1,20 @@
 #include "khostcommandregistration.h"
 
-#include "khostsignincommand.h"
-#include "khostsignoutcommand.h"
+#include "khostaccountcommand.h"
+#include "zentoofficelogging.h"
 
 #include <vex/kcommandfactory.h>
 #include <vex/kcommandfactoryitembase.h>
 #include <vex/kmainwindow.h>
 
-#include <QLoggingCategory>
-
 namespace {
 
-Q_LOGGING_CATEGORY(lcHostCommands, "zentooffice.commands")
-
-template <typename Command>
 class KHostCommandItem final : public KCommandFactoryItemBase
 {
 public:
-    explicit KHostCommandItem(const QString& className)
+    KHostCommandItem(const QString& className, KHostAccountCommand::Action action)
         : KCommandFactoryItemBase(className)
+        , m_action(action)
     {
         KCommandFactory::registerCommand(this);
     }
@@ -31,18 +27,21 @@ public:
     KCommand* createInstance(QObject* host, QObject* /*parent*/) override
     {
         if (auto* window = qobject_cast<KMainWindow*>(host))
-            return new Command(window, window);
-        qCWarning(lcHostCommands, "%s needs a main window", qUtf8Printable(className()));
+            return new KHostAccountCommand(m_action, window, window);
+        qCWarning(lcZentoOffice, "%s needs a main window", qUtf8Printable(className()));
         return nullptr;
     }
+
+private:
+    const KHostAccountCommand::Action m_action;
 };
 
 } // namespace
 
 struct KHostCommandRegistration::Items
 {
-    KHostCommandItem<KHostSignInCommand> signIn{QStringLiteral("KHostSignInCommand")};
-    KHostCommandItem<KHostSignOutCommand> signOut{QStringLiteral("KHostSignOutCommand")};
+    KHostCommandItem signIn{QStringLiteral("KHostSignInCommand"), KHostAccountCommand::SignIn};
+    KHostCommandItem signOut{QStringLiteral("KHostSignOutCommand"), KHostAccountCommand::SignOut};
 };
 
 KHostCommandRegistration::KHostCommandRegistration()

@@ -1,27 +1,37 @@
 #ifndef KSIMULATORSTATEEDITOR_H
 #define KSIMULATORSTATEEDITOR_H
 
+#include <QCoreApplication>
 #include <QJsonObject>
 #include <QString>
 
+#include <functional>
+
 class QColor;
 
-// Changes the cloud simulator's account the way a person editing its state
-// file would: reads the file, changes members, writes it back whole (other
-// members a person added stay). The simulator watches the file and signals
-// what changed.
+// Changes the cloud simulator's account the way a careful person editing
+// its state file would: it reads the file as the simulator does (comments
+// and trailing commas allowed), rewrites only the values of the members it
+// changes, in place, and adds missing ones after the last member; every
+// other byte (comments, members a person added, numbers of any length)
+// stays as it was. A file it cannot read that way is never replaced: the
+// write fails and errorString() says why. The simulator watches the file
+// and signals what changed.
 //
-// Every write leaves "emit" empty except raise(), which puts just its one
-// signal there, so a signal is raised once per call: the simulator raises
-// the entries each time the file's content changes, and a serial number
-// ("emitSerial") makes the same request twice in a row a change.
+// Every write empties "emit" (if there) except raise(), which puts just
+// its one signal there, so a signal is raised once per call: the simulator
+// raises the entries each time the file's content changes, and a serial
+// number ("emitSerial") makes the same request twice in a row a change.
 class KSimulatorStateEditor
 {
+    Q_DECLARE_TR_FUNCTIONS(KSimulatorStateEditor)
+
 public:
     explicit KSimulatorStateEditor(const QString& path);
 
     QString path() const { return m_path; }
-    // The file's object; empty when it is missing or not a JSON object.
+    // The file's object as the simulator reads it; empty when it is missing
+    // or not such a file.
     QJsonObject read() const;
 
     // Signing in keeps the user the file names, or brings the demo user
@@ -41,7 +51,10 @@ public:
     QString errorString() const { return m_error; }
 
 private:
-    bool write(QJsonObject state, const QString& signal = QString());
+    class Text;
+    // Reads the file, applies changes to its text, empties or sets "emit"
+    // and writes the result back whole.
+    bool edit(const std::function<void(Text&)>& changes, const QString& signal = QString());
 
     QString m_path;
     QString m_error;

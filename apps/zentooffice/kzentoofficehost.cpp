@@ -22,6 +22,14 @@ const QString kJumpUrl = QStringLiteral("JumpUrl");
 const QString kPersonalCenterUrl = QStringLiteral("PersonalCenterUrl");
 const QString kEnterpriseCenterUrl = QStringLiteral("EnterpriseCenterUrl");
 
+// Documents, or arguments, left out of a request.
+QString notOpened(int count)
+{
+    return KZentoOfficeHost::tr("not opened, beyond %1 documents at once: %2 more")
+        .arg(KZentoOfficeHost::kMaxDocumentsAtOnce)
+        .arg(count);
+}
+
 // A port of the loopback interface that was free a moment ago: connections
 // to it are refused.
 quint16 refusingPort()
@@ -101,34 +109,46 @@ QList<KZentoOfficeWindow*> KZentoOfficeHost::windows() const
     return open;
 }
 
-void KZentoOfficeHost::openDocuments(const QList<KDocumentRequest>& requests)
+void KZentoOfficeHost::openDocuments(const QList<KDocumentRequest>& requests, QStringList notes)
 {
     KZentoOfficeWindow* window = activeWindow();
     if (!window) {
         window = newWindow();
         window->show();
     }
-    for (const KDocumentRequest& request : requests)
-        window->openDocument(request);
+    window->openDocuments(requests.mid(0, kMaxDocumentsAtOnce));
+    const int left = requests.size() - kMaxDocumentsAtOnce;
+    if (left > 0)
+        notes << notOpened(left);
+    if (!notes.isEmpty())
+        window->statusBar()->showMessage(notes.join(QStringLiteral("; ")));
     window->raise();
     window->activateWindow();
 }
 
 void KZentoOfficeHost::onArgumentsReceived(const QStringList& arguments)
 {
+    // Only a few refusals are named, and shortened: a message may hold
+    // thousands.
+    constexpr int kNamedRefusals = 3;
+    constexpr int kNamedLength = 200;
     QList<KDocumentRequest> documents;
-    QStringList refused;
-    for (const QString& argument : arguments) {
+    QStringList notes;
+    int refused = 0;
+    int next = 0;
+    for (; next < arguments.size() && documents.size() < kMaxDocumentsAtOnce; ++next) {
         const KDocumentRequest request =
-            KDocumentRequest::fromArgument(argument, QDir::currentPath());
+            KDocumentRequest::fromArgument(arguments[next], QDir::currentPath());
         if (request.isValid())
             documents << request;
-        else
-            refused << tr("%1: %2").arg(argument, request.error());
+        else if (++refused <= kNamedRefusals)
+            notes << tr("%1: %2").arg(arguments[next].left(kNamedLength), request.error());
     }
-    openDocuments(documents);
-    if (!refused.isEmpty())
-        activeWindow()->statusBar()->showMessage(refused.join(QStringLiteral("; ")));
+    if (refused > kNamedRefusals)
+        notes << tr("also refused: %1 more").arg(refused - kNamedRefusals);
+    if (next < arguments.size())
+        notes << notOpened(arguments.size() - next);
+    openDocuments(documents, notes);
 }
 
 void KZentoOfficeHost::setServicePages(ServicePages pages)

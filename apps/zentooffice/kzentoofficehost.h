@@ -52,9 +52,15 @@ public:
     KZentoOfficeWindow* activeWindow() const;
     QList<KZentoOfficeWindow*> windows() const;
 
-    // Opens each document in a new tab of the active window (a new window
-    // if there is none) and brings the window to the front.
-    void openDocuments(const QList<KDocumentRequest>& requests);
+    // The most documents one request (the command line, or what one later
+    // start hands over) opens; the rest are left out, and the window says
+    // how many.
+    static constexpr int kMaxDocumentsAtOnce = 100;
+
+    // Opens each document (up to the limit) in a new tab of the active
+    // window (a new window if there is none) and brings the window to the
+    // front; notes, where not empty, go to its status bar.
+    void openDocuments(const QList<KDocumentRequest>& requests, QStringList notes = {});
 
     ServicePages servicePages() const { return m_pages; }
     void setServicePages(ServicePages pages);
@@ -79,8 +85,9 @@ public slots:
     void catchUrl(const QUrl& url);
 
     // What another process handed over (KSingleInstance): its document
-    // addresses and paths are opened, anything else is reported in the
-    // status bar; with none, the active window comes to the front.
+    // addresses and paths are opened (up to the limit; the arguments past
+    // it are not looked at), anything else is reported in the status bar;
+    // with none, the active window comes to the front.
     void onArgumentsReceived(const QStringList& arguments);
 
 signals:

@@ -17,6 +17,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -25,6 +26,12 @@
 #include <QTabWidget>
 #include <QTextCodec>
 #include <QVBoxLayout>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -49,19 +56,71 @@ QUrl productPageUrl(const QString& key)
     return QUrl(krt::auth::getInfo(key).toString(), QUrl::TolerantMode);
 }
 
-// The file's text, or a null string when it is too large, unreadable or not
-// UTF-8 text.
-QString readText(const QString& path)
+// At most the limit and one chunk of the file (no more, whatever size it
+// claims: files under /proc claim none), in chunks a multiple of 8 bytes,
+// as some of those files require. False, with errno, when reading failed.
+bool readAtMost(int fd, qint64 limit, QByteArray* content)
 {
-    QFile file(path);
-    if (file.size() > kMaxTextSize || !file.open(QIODevice::ReadOnly))
+    QByteArray chunk(64 * 1024, Qt::Uninitialized);
+    while (content->size() <= limit) {
+        const ssize_t got = ::read(fd, chunk.data(), size_t(chunk.size()));
+        if (got == 0)
+            return true;
+        if (got < 0 && errno != EINTR)
+            return false;
+        if (got > 0)
+            content->append(chunk.constData(), int(got));
+    }
+    return true;
+}
+
+// The file's text, or a null string and why the window does not show it.
+// Nothing is opened before it is known to be a regular file (opening a pipe
+// waits for a writer; a device may never end), and it is checked again
+// once open, without having waited.
+QString readText(const QString& path, QString* problem)
+{
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        *problem = KZentoOfficeWindow::tr("%1 is a folder, not a document.").arg(path);
         return QString();
-    const QByteArray content = file.readAll();
+    }
+    if (info.exists() && !info.isFile()) {
+        *problem =
+            KZentoOfficeWindow::tr("%1 is a pipe, device or socket, not a document.").arg(path);
+        return QString();
+    }
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat status = {};
+    const bool regular = fd >= 0 && ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+    QByteArray content;
+    const bool read = regular && readAtMost(fd, kMaxTextSize, &content);
+    const int error = errno;
+    if (fd >= 0)
+        ::close(fd);
+    if (fd >= 0 && !regular) {
+        *problem =
+            KZentoOfficeWindow::tr("%1 is a pipe, device or socket, not a document.").arg(path);
+        return QString();
+    }
+    if (!read) {
+        *problem = KZentoOfficeWindow::tr("%1 cannot be read: %2")
+                       .arg(path, QString::fromLocal8Bit(std::strerror(error)));
+        return QString();
+    }
+    if (content.size() > kMaxTextSize) {
+        *problem = KZentoOfficeWindow::tr("%1 is larger than %2 MiB, more than this window shows.")
+                       .arg(path)
+                       .arg(kMaxTextSize >> 20);
+        return QString();
+    }
     QTextCodec::ConverterState state;
     const QString text =
         QTextCodec::codecForName("UTF-8")->toUnicode(content.constData(), content.size(), &state);
-    if (state.invalidChars > 0 || content.contains('\0'))
+    if (state.invalidChars > 0 || content.contains('\0')) {
+        *problem = KZentoOfficeWindow::tr("%1 is not a text file this window can show.").arg(path);
         return QString();
+    }
     return text.isNull() ? QStringLiteral("") : text;
 }
 
@@ -113,18 +172,38 @@ void KZentoOfficeWindow::setDeveloperPanelVisible(bool visible)
 
 int KZentoOfficeWindow::openDocument(const KDocumentRequest& request)
 {
+    const int index = addDocumentTab(request);
+    m_documents->setCurrentIndex(index);
+    return index;
+}
+
+void KZentoOfficeWindow::openDocuments(const QList<KDocumentRequest>& requests)
+{
+    if (requests.isEmpty())
+        return;
+    // A tab widget on screen lays out all its tabs again for every one
+    // added; hidden meanwhile, it does so once.
+    const bool wasHidden = m_documents->isHidden();
+    m_documents->hide();
+    int index = -1;
+    for (const KDocumentRequest& request : requests)
+        index = addDocumentTab(request);
+    m_documents->setCurrentIndex(index);
+    if (!wasHidden)
+        m_documents->show();
+    m_documents->currentWidget()->setFocus();
+}
+
+int KZentoOfficeWindow::addDocumentTab(const KDocumentRequest& request)
+{
     auto* page = new QPlainTextEdit;
     page->setFrameShape(QFrame::NoFrame);
     page->setAccessibleName(request.title());
     if (request.kind() == KDocumentRequest::LocalFile) {
-        const QString text = readText(request.path());
-        if (text.isNull()) {
-            page->setReadOnly(true);
-            page->setPlainText(
-                tr("%1 is not a text file this window can show.").arg(request.path()));
-        } else {
-            page->setPlainText(text);
-        }
+        QString problem;
+        const QString text = readText(request.path(), &problem);
+        page->setReadOnly(text.isNull());
+        page->setPlainText(text.isNull() ? problem : text);
     } else {
         page->setReadOnly(true);
         page->setPlainText(tr("%1\n\nA cloud document (file id %2), opened through %3://.")
@@ -133,7 +212,6 @@ int KZentoOfficeWindow::openDocument(const KDocumentRequest& request)
     const int index = m_documents->addTab(page, request.title());
     m_documents->setTabToolTip(
         index, request.kind() == KDocumentRequest::LocalFile ? request.path() : request.argument());
-    m_documents->setCurrentIndex(index);
     return index;
 }
 

@@ -36,8 +36,14 @@ public:
     KDeveloperPanel* developerPanel() const { return m_panel; }
     void setDeveloperPanelVisible(bool visible);
 
-    // A new tab for the document, made current; its index.
+    // A new tab for the document, made current; its index. What a local
+    // file holds is shown if it is UTF-8 text of at most 4 MiB; anything
+    // else (a folder, a pipe or device, a larger file, one that claims no
+    // size but holds more) is said in the tab instead.
     int openDocument(const KDocumentRequest& request);
+    // A new tab for each document, in one go; the last one is current and
+    // has the focus.
+    void openDocuments(const QList<KDocumentRequest>& requests);
     // The title area's commands made anew from the profile (after the
     // interface language or the display scale changed).
     void rebuildTitleCommands();
@@ -62,6 +68,7 @@ private slots:
     void fillAccountMenu();
 
 private:
+    int addDocumentTab(const KDocumentRequest& request);
     void createMenus();
     void retranslateUi();
     QAction* addAction(QMenu* menu, const char* objectName, const QKeySequence& shortcut,

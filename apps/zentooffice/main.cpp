@@ -37,10 +37,104 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <optional>
+
 namespace {
 
 // Exit status when the plug-in cannot be loaded, as authinfo's.
 constexpr int kExitPluginError = 2;
+
+// What the command line asks for.
+struct KHostOptions
+{
+    QString screenshots; // the walk's folder; empty: the host as people use it
+    QString profile;
+    bool signedIn = false;
+    bool verbose = false;
+    QStringList documents;
+};
+
+KHostOptions parseCommandLine(const QCoreApplication& app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("The suite's window with the authorization plug-in loaded."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(
+        QStringLiteral("documents"),
+        QStringLiteral("Document addresses (vexnimbo://type=open&fileid=..&displayname=..) or "
+                       "files to open, each in a tab; a running host opens them instead."),
+        QStringLiteral("[documents...]"));
+    const QCommandLineOption screenshots(
+        QLatin1String(KScreenshotPlatform::kOption),
+        QStringLiteral("Walk through the states, save a PNG of each into dir, exit."),
+        QStringLiteral("dir"));
+    const QCommandLineOption profile(
+        QStringLiteral("profile"),
+        QStringLiteral("The host profile directory (default: $%1, else \"profile\" beside the "
+                       "program).")
+            .arg(QLatin1String(krt::hostcontrol::profileEnvironmentVariable())),
+        QStringLiteral("dir"));
+    const QCommandLineOption signedIn(
+        QStringLiteral("signed-in"),
+        QStringLiteral("Sign the cloud simulator's demo user in at start if nobody is."));
+    const QCommandLineOption verbose(
+        {QStringLiteral("v"), QStringLiteral("verbose")},
+        QStringLiteral("Also print the debug notices of the plug-in and the host."));
+    parser.addOptions({screenshots, profile, signedIn, verbose});
+    parser.process(app);
+
+    KHostOptions options;
+    options.screenshots = parser.value(screenshots);
+    options.profile = parser.value(profile);
+    options.signedIn = parser.isSet(signedIn);
+    options.verbose = parser.isSet(verbose);
+    options.documents = parser.positionalArguments();
+    return options;
+}
+
+// The documents among the arguments; the others are named at once.
+QList<KDocumentRequest> documentsAmong(const QStringList& arguments, QTextStream& err)
+{
+    QList<KDocumentRequest> documents;
+    for (const QString& argument : arguments) {
+        const KDocumentRequest request =
+            KDocumentRequest::fromArgument(argument, QDir::currentPath());
+        if (request.isValid())
+            documents << request;
+        else
+            err << "zentooffice: " << argument << ": " << request.error() << '\n';
+    }
+    err.flush();
+    return documents;
+}
+
+// Whether this process is to be the profile's host; if not, the status to
+// end with (the documents went to the running host, or it said why not).
+std::optional<int> claimProfile(KSingleInstance& instance, const QList<KDocumentRequest>& documents,
+                                QTextStream& err)
+{
+    QStringList forwarded;
+    for (const KDocumentRequest& document : documents)
+        forwarded << document.forwardable();
+    switch (instance.start(forwarded)) {
+    case KSingleInstance::Forwarded:
+        return 0;
+    case KSingleInstance::Unanswered:
+        err << "zentooffice: " << instance.errorString() << '\n';
+        return 1;
+    case KSingleInstance::Alone:
+        err << "zentooffice: running on its own: " << instance.errorString() << '\n';
+        break;
+    case KSingleInstance::Primary:
+        if (!instance.errorString().isEmpty())
+            err << "zentooffice: later starts cannot reach this one yet: " << instance.errorString()
+                << '\n';
+        break;
+    }
+    return std::nullopt;
+}
+
 // A state file of the walk's own beside a copy of the demo user's picture,
 // so that the walk never touches the one a person edits.
 QString prepareWalkState(const QTemporaryDir& dir)
@@ -64,6 +158,34 @@ void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& context,
     g_defaultHandler(type, context, message);
 }
 
+int runScreenshotWalk(KZentoOfficeHost* host, const QString& dir, const QString& statePath,
+                      QTextStream& err)
+{
+    KScreenshotWalk screenshots(host, dir, statePath, err);
+    const bool ok = screenshots.run();
+    QTextStream out(stdout);
+    for (const QString& path : screenshots.written())
+        out << path << '\n';
+    return ok ? 0 : 1;
+}
+
+int runHost(KZentoOfficeHost* host, KSingleInstance* instance, const KHostOptions& options,
+            const QList<KDocumentRequest>& documents)
+{
+    if (options.signedIn) {
+        INimboClient* client = KDeskhiveClient::client();
+        if (client && !client->getUserInfo()["IsLogined"].asBool())
+            client->login(QVariant());
+    }
+    QObject::connect(instance, &KSingleInstance::argumentsReceived, host,
+                     &KZentoOfficeHost::onArgumentsReceived);
+    KZentoOfficeWindow* window = host->newWindow(true);
+    window->resize(1060, 700);
+    window->show();
+    host->openDocuments(documents);
+    return QCoreApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -72,80 +194,22 @@ int main(int argc, char* argv[])
     KScreenshotPlatform::chooseFor(argc, argv);
     KxApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zentooffice"));
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("The suite's window with the authorization plug-in loaded."));
-    parser.addHelpOption();
-    parser.addPositionalArgument(
-        QStringLiteral("documents"),
-        QStringLiteral("Document addresses (vexnimbo://type=open&fileid=..&displayname=..) or "
-                       "files to open, each in a tab; a running host opens them instead."),
-        QStringLiteral("[documents...]"));
-    const QCommandLineOption screenshotsOption(
-        QLatin1String(KScreenshotPlatform::kOption),
-        QStringLiteral("Walk through the states, save a PNG of each into dir, exit."),
-        QStringLiteral("dir"));
-    const QCommandLineOption profileOption(
-        QStringLiteral("profile"),
-        QStringLiteral("The host profile directory (default: $%1, else \"profile\" beside the "
-                       "program).")
-            .arg(QLatin1String(krt::hostcontrol::profileEnvironmentVariable())),
-        QStringLiteral("dir"));
-    const QCommandLineOption signedInOption(
-        QStringLiteral("signed-in"),
-        QStringLiteral("Sign the cloud simulator's demo user in at start if nobody is."));
-    const QCommandLineOption verboseOption(
-        {QStringLiteral("v"), QStringLiteral("verbose")},
-        QStringLiteral("Also print the debug notices of the plug-in and the host."));
-    parser.addOption(screenshotsOption);
-    parser.addOption(profileOption);
-    parser.addOption(signedInOption);
-    parser.addOption(verboseOption);
-    parser.process(app);
-    if (!parser.isSet(verboseOption))
+    const KHostOptions options = parseCommandLine(app);
+    if (!options.verbose)
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
 
     QTextStream err(stderr);
-    if (parser.isSet(profileOption)) {
-        QString error;
-        if (!krt::hostcontrol::loadProfile(parser.value(profileOption), &error)) {
-            err << "zentooffice: " << error << '\n';
-            return 1;
-        }
+    QString error;
+    if (!options.profile.isEmpty() && !krt::hostcontrol::loadProfile(options.profile, &error)) {
+        err << "zentooffice: " << error << '\n';
+        return 1;
     }
-    const bool walk = parser.isSet(screenshotsOption);
-
-    // Arguments that are no documents are said at once; the rest open.
-    QList<KDocumentRequest> documents;
-    QStringList forwarded;
-    const QStringList arguments = parser.positionalArguments();
-    for (const QString& argument : arguments) {
-        const KDocumentRequest request =
-            KDocumentRequest::fromArgument(argument, QDir::currentPath());
-        if (request.isValid()) {
-            documents << request;
-            forwarded << request.forwardable();
-        } else {
-            err << "zentooffice: " << argument << ": " << request.error() << '\n';
-        }
-    }
-    err.flush();
-
+    const bool walk = !options.screenshots.isEmpty();
+    const QList<KDocumentRequest> documents = documentsAmong(options.documents, err);
     KSingleInstance instance(QDir(krt::hostcontrol::profileDir()).canonicalPath());
     if (!walk) {
-        switch (instance.start(forwarded)) {
-        case KSingleInstance::Forwarded:
-            return 0;
-        case KSingleInstance::Unanswered:
-            err << "zentooffice: " << instance.errorString() << '\n';
-            return 1;
-        case KSingleInstance::Alone:
-            err << "zentooffice: running on its own: " << instance.errorString() << '\n';
-            break;
-        case KSingleInstance::Primary:
-            break;
-        }
+        if (const std::optional<int> status = claimProfile(instance, documents, err))
+            return *status;
     }
 
     // Before the plug-in first reaches the cloud simulator, which reads the
@@ -159,8 +223,8 @@ int main(int argc, char* argv[])
         qputenv("DESKHIVE_STATE", QFile::encodeName(statePath));
     }
 
-    KAuthPluginLoader plugin(
-        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("libauthplugin.so")));
+    const QDir here(QCoreApplication::applicationDirPath());
+    KAuthPluginLoader plugin(here.filePath(QStringLiteral("libauthplugin.so")));
     IKAuthorizationHandler* handler = plugin.load();
     if (!handler) {
         err << "zentooffice: cannot use the plug-in " << plugin.fileName() << ": "
@@ -171,29 +235,9 @@ int main(int argc, char* argv[])
     const KHostCommandRegistration hostCommands;
 
     KZentoOfficeHost host;
-    if (!host.loadWebModule(
-            QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("libhostweb.so"))))
+    if (!host.loadWebModule(here.filePath(QStringLiteral("libhostweb.so"))))
         err << "zentooffice: no Welcome page: " << host.webModuleError() << '\n';
-
-    if (walk) {
-        KScreenshotWalk screenshots(&host, parser.value(screenshotsOption), statePath, err);
-        const bool ok = screenshots.run();
-        QTextStream out(stdout);
-        for (const QString& path : screenshots.written())
-            out << path << '\n';
-        return ok ? 0 : 1;
-    }
-
-    if (parser.isSet(signedInOption)) {
-        INimboClient* client = KDeskhiveClient::client();
-        if (client && !client->getUserInfo()["IsLogined"].asBool())
-            client->login(QVariant());
-    }
-    QObject::connect(&instance, &KSingleInstance::argumentsReceived, &host,
-                     &KZentoOfficeHost::onArgumentsReceived);
-    KZentoOfficeWindow* window = host.newWindow(true);
-    window->resize(1060, 700);
-    window->show();
-    host.openDocuments(documents);
-    return app.exec();
+    if (walk)
+        return runScreenshotWalk(&host, options.screenshots, statePath, err);
+    return runHost(&host, &instance, options, documents);
 }

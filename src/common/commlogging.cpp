@@ -1,3 +1,3 @@
 #include "commlogging.h"
 
-Q_LOGGING_CATEGORY(lcAuthCommon, "auth.common")
+Q_LOGGING_CATEGORY(lcAuthCommon, "auth.common", QtWarningMsg)

@@ -1,3 +1,3 @@
 #include "pluginlogging.h"
 
-Q_LOGGING_CATEGORY(lcAuthPlugin, "auth.plugin")
+Q_LOGGING_CATEGORY(lcAuthPlugin, "auth.plugin", QtWarningMsg)

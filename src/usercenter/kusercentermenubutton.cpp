@@ -3,22 +3,25 @@
 #include "kdeskhivelib.h"
 #include "kloginstatustipwidget.h"
 #include "knimboclientinstance.h"
+#include "kxaccountaccessible.h"
 #include "kxactiveaccount.h"
+#include "kxcenterrule.h"
 #include "qcommjson.h"
 
 #include <deskhive/nimboclient.h>
 #include <vex/kmainwindow.h>
 #include <vex/kpopupwidget.h>
 #include <vex/kstyleoptionuserpanelmenubutton.h>
-#include <vex/kxapplication.h>
 #include <vex/kzentostyle.h>
 #include <vexlite/ikaccountservice.h>
-#include <vexlite/kshellapplicaitons.h>
 
 #include <QCursor>
+#include <QFileInfo>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QtMath>
 
 namespace {
 
@@ -30,13 +33,46 @@ const char kOfflineTipBackground[] = "res:/resource/zentodeskhive/abnormalNetwor
 // centre, as the host decides).
 constexpr int kAccountEntryCode = 4;
 constexpr int kPanelHeight = 28;
+constexpr int kMaxNameWidth = 200;
+constexpr qreal kAvatarSide = 16.0;
+// A picture of more pixels is not decoded: a 16,000 pixel square one held
+// the GUI thread for seconds and a gigabyte of memory.
+constexpr qint64 kMaxAvatarPixels = qint64(4096) * 4096;
 const QColor kOfflineVeil(139, 139, 139, 150);
+
+// Pictures the button does not open: anything there but a regular file (a
+// FIFO or a device would block the GUI thread in open(), or never end), and
+// a picture whose header gives too many pixels.
+bool isRefusedAvatar(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return false; // nothing to open: no avatar
+    if (!file.isFile())
+        return true;
+    const QSize size = QImageReader(path).size();
+    return qint64(size.width()) * size.height() > kMaxAvatarPixels;
+}
+
+// The picture at path decoded no larger than side x side; null when it
+// cannot be read, or its header gives no size to bound the decoding by.
+QImage readAvatar(const QString& path, int side)
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return QImage();
+    if (size.width() > side || size.height() > side)
+        reader.setScaledSize(size.boundedTo(QSize(side, side)));
+    return reader.read();
+}
 
 } // namespace
 
 KUserCenterMenuButton::KUserCenterMenuButton(QWidget* parent)
     : KMenuButton(parent)
 {
+    KxAccountAccessible::install();
     m_tip = new KLoginStatusTipWidget(this);
     m_tip->initSyncLoginInfOption();
     m_tip->setBackgroundPixmap(QLatin1String(kOfflineTipBackground));
@@ -67,10 +103,11 @@ void KUserCenterMenuButton::updateThumbnail()
         if (QComm::jsonGetBool(info, QStringLiteral("IsCompanyAccount"), false))
             path = QLatin1String(kCompanyThumbnail);
     }
-    if (path.isEmpty())
+    if (path.isEmpty() || isRefusedAvatar(path))
         path = QLatin1String(kDefaultThumbnail);
-    // A failed load leaves a null image: no avatar is drawn.
-    m_thumbnail.load(path);
+    // At most the size drawn, on a screen up to twice as dense.
+    m_thumbnail = readAvatar(
+        path, qCeil(KZentoStyle::dpiScaled(kAvatarSide) * qMax(2.0, devicePixelRatioF())));
 }
 
 void KUserCenterMenuButton::onLoginStatusChanged()
@@ -95,7 +132,9 @@ void KUserCenterMenuButton::syncCommand()
 
 void KUserCenterMenuButton::onPopupMenu()
 {
-    if (m_popping)
+    // Signed out by the network there is no menu, whatever asked for it (a
+    // hover, a key or an assistive tool, even one posted before the change).
+    if (m_popping || isLogoutDuetoOffLine())
         return;
     m_popping = true;
     const QPointer<KUserCenterMenuButton> self(this);
@@ -109,7 +148,9 @@ QSize KUserCenterMenuButton::sizeHint() const
 {
     KStyleOptionUserPanelMenuButton option;
     initStyleOption(&option);
-    option.textWidth = fontMetrics().horizontalAdvance(text());
+    // A long name is elided here; the menu's heading shows it whole.
+    option.textWidth = qMin(fontMetrics().horizontalAdvance(text()),
+                            qRound(KZentoStyle::dpiScaled(kMaxNameWidth)));
     option.panelHeight = kPanelHeight;
     return KZentoStyle::sizeMetric(style(), KZentoStyle::SM_UserPanelMenuButton, &option, this);
 }
@@ -128,11 +169,11 @@ bool KUserCenterMenuButton::event(QEvent* event)
     case QEvent::MouseMove: {
         if (isLogoutDuetoOffLine())
             return true;
-        const KMainWindow* window =
-            KxApplication::findRelativeMainWindowX(KShellApplicaitons::instance()->getActiveApp());
-        // Hover opens the menu, once the event that brought the mouse is done.
+        // Hover opens the menu, once the event that brought the mouse is
+        // done, in the window the person works in.
+        const KMainWindow* window = kxHoldingMainWindow(this);
         if (window && window->isActiveWindow())
-            QTimer::singleShot(0, this, SLOT(onPopupMenu()));
+            QTimer::singleShot(0, this, &KUserCenterMenuButton::onPopupMenu);
         break;
     }
     case KPopupWidget::PopupTrackEvent:
@@ -172,7 +213,7 @@ void KUserCenterMenuButton::enterEvent(QEvent* event)
 {
     if (isLogoutDuetoOffLine()) {
         if (m_tip)
-            m_tip->showTip(tr("abnormal network status, turn to be offline status"));
+            m_tip->showTip(offlineText());
         return;
     }
     KMenuButton::enterEvent(event);
@@ -198,35 +239,25 @@ void KUserCenterMenuButton::paintEvent(QPaintEvent* event)
         paintThumbnail();
 }
 
-// Round, as account pictures are across the desktop: it sets the account
-// apart from the square tool icons of the title area, and a user's own
-// picture, whatever its background, reads as one at 16 pixels. Scaled with
-// area averaging to the pixels it covers, so it is sharp and smooth at any
-// display scale and device pixel ratio.
+// The whole picture scaled into the square, with area averaging to the
+// pixels it covers, so it is sharp and smooth at any display scale and
+// device pixel ratio.
 void KUserCenterMenuButton::paintThumbnail()
 {
     KStyleOptionToolButton option;
     initStyleOption(&option);
-    const int side = int(KZentoStyle::dpiScaled(16.0));
+    const int side = int(KZentoStyle::dpiScaled(kAvatarSide));
     const QRect target(option.rect.left() + 1,
                        option.rect.top() + (option.rect.height() - side) / 2, side, side);
 
     QPainter painter(this);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const int pixels = qMax(1, qRound(painter.deviceTransform().mapRect(QRectF(target)).width()));
     if (m_drawn.width() != pixels || m_drawnFrom != m_thumbnail.cacheKey()) {
-        const QImage scaled =
+        m_drawn =
             m_thumbnail.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        m_drawn = QImage(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-        m_drawn.fill(Qt::transparent);
-        QPainter round(&m_drawn);
-        round.setRenderHint(QPainter::Antialiasing);
-        round.setPen(Qt::NoPen);
-        round.setBrush(scaled);
-        round.drawEllipse(QRectF(0, 0, pixels, pixels));
         m_drawnFrom = m_thumbnail.cacheKey();
     }
-    // The whole picture into the target square.
     painter.drawImage(target, m_drawn, m_drawn.rect());
 }
 
@@ -237,16 +268,29 @@ void KUserCenterMenuButton::keyPressEvent(QKeyEvent* event)
                         event->key() == Qt::Key_Enter);
     if (opens && !popupWidget()) {
         event->accept();
-        QTimer::singleShot(0, this, SLOT(onPopupMenu()));
+        onClicked();
         return;
     }
     KMenuButton::keyPressEvent(event);
 }
 
-// Assistive tools' press action: the menu, as hover opens it for the mouse.
+// A click that is no mouse press (the keys above, an assistive tool's
+// press): the menu, as hover opens it for the mouse, once the caller is
+// done. Signed out by the network, what the balloon says for a mouse over
+// the button, for a while.
 void KUserCenterMenuButton::onClicked()
 {
-    onPopupMenu();
+    if (isLogoutDuetoOffLine()) {
+        if (m_tip)
+            m_tip->showTipForAWhile(offlineText());
+        return;
+    }
+    QTimer::singleShot(0, this, &KUserCenterMenuButton::onPopupMenu);
+}
+
+QString KUserCenterMenuButton::offlineText() const
+{
+    return tr("abnormal network status, turn to be offline status");
 }
 
 void KUserCenterMenuButton::updateAccessibleName()

@@ -18,8 +18,11 @@
 // show in the same balloon for a while.
 //
 // From the keyboard: reachable with Tab, Space or Enter open the menu (then
-// arrows, Enter and Escape work in it). Its accessible name is the user's
-// name, or "User centre" when there is none. It shows no tool tip.
+// arrows, Enter and Escape work in it). Assistive tools see a menu button
+// named by the user's name, or "User centre" when there is none, whose
+// press and show-menu actions do what Space does. Signed out by the
+// network, none of these opens the menu: the keys and actions show the
+// balloon for a while instead. It shows no tool tip.
 class KUserCenterMenuButton : public KMenuButton
 {
     Q_OBJECT
@@ -29,8 +32,10 @@ public:
     ~KUserCenterMenuButton() override;
 
     // Loads the avatar: a company account's mark, else the signed-in user's
-    // picture, else the default picture. A file that cannot be loaded leaves
-    // no avatar.
+    // picture, else the default picture, decoded at most at the size drawn.
+    // A picture that is not a regular file or has too many pixels is
+    // refused for the default one; a file that cannot be read leaves no
+    // avatar.
     void updateThumbnail();
     const QImage& thumbnail() const { return m_thumbnail; }
     KLoginStatusTipWidget* tip() const { return m_tip; }
@@ -55,12 +60,13 @@ private:
     void handlePopupTracking();
     void paintThumbnail();
     void updateAccessibleName();
+    QString offlineText() const;
 
     QImage m_thumbnail;
     bool m_popping = false;
     bool m_underMouse = false;
     QPointer<KLoginStatusTipWidget> m_tip;
-    // The avatar as last drawn: round, at the device size it was drawn at.
+    // The avatar as last drawn, at the device size it was drawn at.
     QImage m_drawn;
     qint64 m_drawnFrom = 0;
 };

@@ -4,12 +4,8 @@
 #include "knimboclientinstance.h"
 #include "kusercentermenubutton.h"
 #include "kxactiveaccount.h"
+#include "kxcenterrule.h"
 #include "qcommjson.h"
-
-#include <vex/kmainwindow.h>
-#include <vex/kxapplication.h>
-#include <vexlite/krtproduct.h>
-#include <vexlite/kshellapplicaitons.h>
 
 KUserCenterMenuCommand::KUserCenterMenuCommand(QObject* parent, QObject* host)
     : KListCommand(parent, host)
@@ -29,11 +25,7 @@ void KUserCenterMenuCommand::update()
         return;
     }
     const Json::Value info = KNimboClientInstance::userInfo();
-    const bool company = QComm::jsonGetBool(info, QStringLiteral("IsCompanyAccount"), false);
-    const KMainWindow* window =
-        KxApplication::findRelativeMainWindowX(KShellApplicaitons::instance()->getActiveApp());
-    if ((!company && !krt::product::isSupported(QStringLiteral("SimplifiedUserCenter"))) ||
-        (window && window->isEmbedding())) {
+    if (!kxHasUserCenter(this, info)) {
         setVisible(false);
         return;
     }

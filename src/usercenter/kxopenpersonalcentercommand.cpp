@@ -2,13 +2,11 @@
 
 #include "kdeskhivelib.h"
 #include "knimboclientinstance.h"
+#include "kxcenterrule.h"
 #include "qcommjson.h"
 
-#include <vex/kmainwindow.h>
-#include <vex/kxapplication.h>
 #include <vexlite/krtauth.h>
 #include <vexlite/krtproduct.h>
-#include <vexlite/kshellapplicaitons.h>
 
 KxOpenPersonalCenterCommand::KxOpenPersonalCenterCommand(QObject* parent, QObject* host)
     : KTriggerCommand(parent, host)
@@ -23,11 +21,7 @@ void KxOpenPersonalCenterCommand::update()
         return;
     }
     const Json::Value info = KNimboClientInstance::userInfo();
-    const bool company = QComm::jsonGetBool(info, QStringLiteral("IsCompanyAccount"), false);
-    const KMainWindow* window =
-        KxApplication::findRelativeMainWindowX(KShellApplicaitons::instance()->getActiveApp());
-    if ((!company && !krt::product::isSupported(QStringLiteral("SimplifiedUserCenter"))) ||
-        (window && window->isEmbedding())) {
+    if (!kxHasUserCenter(this, info)) {
         setVisible(false);
         return;
     }

@@ -12,9 +12,20 @@
 
 namespace {
 
+// Logged before wrapping and without query, fragment or user: a wrapped
+// address carries the user's sign-in token, and so may a query.
+void logOpening(const QString& url)
+{
+    if (!lcAuthUserCenter().isDebugEnabled())
+        return;
+    const QUrl plain(url, QUrl::TolerantMode);
+    qCDebug(lcAuthUserCenter, "opening %s",
+            qPrintable(
+                plain.toString(QUrl::RemoveQuery | QUrl::RemoveFragment | QUrl::RemoveUserInfo)));
+}
+
 void open(const QString& address)
 {
-    qCDebug(lcAuthUserCenter, "opening %s", qPrintable(address));
     // The desktop's answer is of no use here: there is nobody to tell.
     QDesktopServices::openUrl(QUrl(address, QUrl::TolerantMode));
 }
@@ -23,6 +34,7 @@ void open(const QString& address)
 
 void kxOpenAutoLoginUrl(const QString& url)
 {
+    logOpening(url);
     open(KNimboClientInstance::getAutoLoginUrl(url));
 }
 
@@ -40,6 +52,7 @@ void kxNimboOpenStoreUrl(STORE_URL_TYPE kind)
     if (!key)
         return;
     const QString url = krt::product::getString(QLatin1String(key));
+    logOpening(url);
     QString wrapped;
     if (INimboClient* client = KDeskhiveLib::instance()->nimboClientInstance())
         client->getAutoLoginUrl(url, wrapped);

@@ -1,3 +1,3 @@
 #include "usercenterlogging.h"
 
-Q_LOGGING_CATEGORY(lcAuthUserCenter, "auth.usercenter")
+Q_LOGGING_CATEGORY(lcAuthUserCenter, "auth.usercenter", QtWarningMsg)

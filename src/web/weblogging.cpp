@@ -1,3 +1,3 @@
 #include "weblogging.h"
 
-Q_LOGGING_CATEGORY(lcAuthWeb, "auth.web")
+Q_LOGGING_CATEGORY(lcAuthWeb, "auth.web", QtWarningMsg)

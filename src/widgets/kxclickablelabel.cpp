@@ -1,11 +1,15 @@
 #include "kxclickablelabel.h"
 
+#include "kxlinkaccessible.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 KxClickableLabel::KxClickableLabel(QWidget* parent)
     : QLabel(parent, Qt::WindowFlags())
-{}
+{
+    KxLinkAccessible::install();
+}
 
 // Right and middle releases end here: neither a click nor the label's own
 // text handling.

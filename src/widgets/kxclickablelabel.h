@@ -9,7 +9,8 @@
 //
 // A label takes no keyboard focus unless the caller gives it a focus policy;
 // then Space, Return and Enter emit clicked() as a click would, so a link
-// reached with Tab can be followed without the mouse.
+// reached with Tab can be followed without the mouse. Assistive tools see a
+// link named by the text, whose press action clicks it.
 class KxClickableLabel : public QLabel
 {
     Q_OBJECT

@@ -62,7 +62,18 @@ void KxCustomButton::paintEvent(QPaintEvent* /*event*/)
 
     const QFontMetrics metrics = fontMetrics();
     const QSize textSize(metrics.horizontalAdvance(text()), metrics.height());
-    const QRect textRect = calcCenterRect(contentsRect(), textSize);
     painter.setPen(QColor(QStringLiteral("#FFFFFF")));
-    painter.drawText(textRect, Qt::TextShowMnemonic, text());
+    if (textSize.width() <= contentsRect().width()) {
+        painter.drawText(calcCenterRect(contentsRect(), textSize), Qt::TextShowMnemonic, text());
+        return;
+    }
+    // Narrower than its text (a fixed size, a longer translation): wrapped
+    // and centred, rather than cut at the edges.
+    int flags = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextWordWrap;
+    const QStringList words = text().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString& word : words) {
+        if (metrics.horizontalAdvance(word) > contentsRect().width())
+            flags = (flags & ~Qt::TextWordWrap) | Qt::TextWrapAnywhere;
+    }
+    painter.drawText(contentsRect(), flags, text());
 }

@@ -3,15 +3,22 @@
 // else), and a second start handing them to the running host.
 
 #include "kdocumentrequest.h"
+#include "kinstancemessage.h"
 #include "ksingleinstance.h"
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include <vexlite/hostcontrol.h>
 
+#include <QLocalSocket>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <fcntl.h>
+#include <memory>
+#include <sys/resource.h>
+#include <unistd.h>
 
 using namespace AuthTest;
 
@@ -22,6 +29,15 @@ QString address(const QString& scheme, const QByteArray& name, const QString& fi
     return scheme + "://type=open&fileid=" + fileId + "&displayname=" + name.toBase64();
 }
 
+// A later process's side of the exchange, sent without waiting.
+std::unique_ptr<QLocalSocket> send(const QString& socketPath, const QByteArray& bytes)
+{
+    auto socket = std::make_unique<QLocalSocket>();
+    socket->connectToServer(socketPath);
+    socket->write(bytes);
+    return socket;
+}
+
 } // namespace
 
 class TestHostArguments : public QObject
@@ -30,6 +46,8 @@ class TestHostArguments : public QObject
 
     KTestEnvironment m_env;
     QString m_dir; // notes.txt, "Bericht über.txt" and a folder
+
+    QString key() const { return QDir(m_env.profilePath()).canonicalPath(); }
 
 private slots:
     void initTestCase()
@@ -47,45 +65,43 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("forwardable"); // "DIR/" stands for the documents' folder
 
+        const auto valid = [](const char* name, const QString& argument, int kind,
+                              const QString& title, const QString& forwardable) {
+            QTest::newRow(name) << argument << kind << title << forwardable;
+        };
+        const auto invalid = [](const char* name, const QString& argument) {
+            QTest::newRow(name) << argument << int(KDocumentRequest::Invalid) << ""
+                                << "";
+        };
         const int cloud = KDocumentRequest::CloudDocument;
         const int file = KDocumentRequest::LocalFile;
-        const int invalid = KDocumentRequest::Invalid;
         const QString report = address("vexnimbo", "Quarterly report.docx");
-        QTest::newRow("vexnimbo") << report << cloud << "Quarterly report.docx" << report;
+        valid("vexnimbo", report, cloud, "Quarterly report.docx", report);
         const QString resume = address("VEXZENTO", "简历.docx", "9");
-        QTest::newRow("application scheme, capitals, UTF-8 name")
-            << resume << cloud << "简历.docx" << resume;
-        QTest::newRow("padding percent-encoded")
-            << "vexpdf://type=open&fileid=1&displayname=YWI%3D" << cloud << "ab"
-            << "vexpdf://type=open&fileid=1&displayname=YWI%3D";
-        QTest::newRow("relative path") << "notes.txt" << file << "notes.txt"
-                                       << "DIR/notes.txt";
-        QTest::newRow("absolute path, dot segment")
-            << "DIR/folder/../Bericht über.txt" << file << "Bericht über.txt"
-            << "DIR/Bericht über.txt";
-        QTest::newRow("file address") << "file://DIR/notes.txt" << file << "notes.txt"
-                                      << "DIR/notes.txt";
+        valid("application scheme, capitals, UTF-8 name", resume, cloud, "简历.docx", resume);
+        const QString padded = "vexpdf://type=open&fileid=1&displayname=YWI%3D";
+        valid("padding percent-encoded", padded, cloud, "ab", padded);
+        valid("relative path", "notes.txt", file, "notes.txt", "DIR/notes.txt");
+        valid("absolute path, dot segment", "DIR/folder/../Bericht über.txt", file,
+              "Bericht über.txt", "DIR/Bericht über.txt");
+        valid("file address", "file://DIR/notes.txt", file, "notes.txt", "DIR/notes.txt");
 
-        QTest::newRow("empty") << "" << invalid << ""
-                               << "";
-        QTest::newRow("blank") << "  " << invalid << ""
-                               << "";
-        QTest::newRow("web address") << "https://example.com/a.docx" << invalid << ""
-                                     << "";
-        QTest::newRow("other type")
-            << "vexnimbo://type=edit&fileid=1&displayname=YWI=" << invalid << ""
-            << "";
-        QTest::newRow("no file id") << "vexnimbo://type=open&displayname=YWI=" << invalid << ""
-                                    << "";
-        QTest::newRow("name not Base64")
-            << "vexnimbo://type=open&fileid=1&displayname=!!" << invalid << ""
-            << "";
-        QTest::newRow("no name") << "vexnimbo://type=open&fileid=1" << invalid << ""
-                                 << "";
-        QTest::newRow("missing file") << "missing.txt" << invalid << ""
-                                      << "";
-        QTest::newRow("folder") << "folder" << invalid << ""
-                                << "";
+        invalid("empty", "");
+        invalid("blank", "  ");
+        invalid("web address", "https://example.com/a.docx");
+        invalid("other type", "vexnimbo://type=edit&fileid=1&displayname=YWI=");
+        invalid("no file id", "vexnimbo://type=open&displayname=YWI=");
+        invalid("name not Base64", "vexnimbo://type=open&fileid=1&displayname=!!");
+        invalid("no name", "vexnimbo://type=open&fileid=1");
+        // Decoded whole, then checked.
+        for (const QByteArray& name : {QByteArray("\0abc", 4), QByteArray("a\0b", 3),
+                                       QByteArray("  "), QByteArray("a\nb"), QByteArray("\xff")})
+            invalid(("name " + name.toPercentEncoding()).constData(), address("vexnimbo", name));
+        invalid("NUL in the type", "vexnimbo://type=open%00x&fileid=1&displayname=YWI=");
+        invalid("NUL in the file id", "vexnimbo://type=open&fileid=%00&displayname=YWI=");
+        invalid("missing file", "missing.txt");
+        invalid("folder", "folder");
+        invalid("device", "/dev/null");
     }
 
     void classifies()
@@ -109,7 +125,7 @@ private slots:
     void secondStartForwards()
     {
         QVERIFY(krt::hostcontrol::saveProfile(m_env.profilePath()));
-        KSingleInstance running(QDir(m_env.profilePath()).canonicalPath());
+        KSingleInstance running(key());
         QCOMPARE(running.start({}), KSingleInstance::Primary);
         QSignalSpy received(&running, &KSingleInstance::argumentsReceived);
 
@@ -132,6 +148,90 @@ private slots:
         KSingleInstance other(m_env.rootPath());
         QCOMPARE(other.start({}), KSingleInstance::Primary);
         QVERIFY(other.socketPath() != running.socketPath());
+    }
+
+    // Later processes that connect and send nothing, or half a message, hold
+    // the host only for a while; one more than it serves at once is turned
+    // away, and once they are cut the next gets in.
+    void limitsConnections_data()
+    {
+        QTest::addColumn<QByteArray>("held");
+
+        QTest::newRow("idle") << QByteArray();
+        QTest::newRow("half a message") << QByteArray(R"({"open": ["notes.txt")");
+    }
+
+    void limitsConnections()
+    {
+        QFETCH(QByteArray, held);
+
+        KSingleInstance running(key());
+        running.setLimits(1, 300);
+        QCOMPARE(running.start({}), KSingleInstance::Primary);
+        QSignalSpy received(&running, &KSingleInstance::argumentsReceived);
+        const auto holder = send(running.socketPath(), held);
+        const auto turnedAway = send(running.socketPath(), KInstanceMessage::encode({"a"}));
+        QTRY_COMPARE(turnedAway->state(), QLocalSocket::UnconnectedState);
+        QVERIFY(!turnedAway->canReadLine());
+        QTRY_COMPARE(holder->state(), QLocalSocket::UnconnectedState);
+        const auto later = send(running.socketPath(), KInstanceMessage::encode({"b"}));
+        QTRY_VERIFY(later->canReadLine());
+        QCOMPARE(later->readLine(), QByteArray("ok\n"));
+        QCOMPARE(received.size(), 1);
+        QCOMPARE(received.first().first().toStringList(), QStringList{"b"});
+    }
+
+    // The host's socket fails (accepting with no descriptor left closes it,
+    // and deletes its file) or its file is deleted: a later start says a
+    // host runs and does not become a second one; the host listens again.
+    void listensAgain_data()
+    {
+        QTest::addColumn<bool>("exhaust");
+
+        QTest::newRow("out of descriptors") << true;
+        QTest::newRow("socket file deleted") << false;
+    }
+
+    void listensAgain()
+    {
+        QFETCH(bool, exhaust);
+
+        KSingleInstance running(key());
+        running.setWatchInterval(3600 * 1000);
+        QCOMPARE(running.start({}), KSingleInstance::Primary);
+        QSignalSpy received(&running, &KSingleInstance::argumentsReceived);
+        const QString socketPath = running.socketPath();
+        if (exhaust) {
+            // Room for one descriptor: the connecting client's.
+            rlimit saved{};
+            QCOMPARE(getrlimit(RLIMIT_NOFILE, &saved), 0);
+            const int lowestFree = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+            QVERIFY(lowestFree >= 0);
+            ::close(lowestFree);
+            rlimit low = saved;
+            low.rlim_cur = rlim_t(lowestFree) + 1;
+            QCOMPARE(setrlimit(RLIMIT_NOFILE, &low), 0);
+            const auto client = send(socketPath, QByteArray());
+            const bool closed =
+                QTest::qWaitFor([&] { return !QFileInfo::exists(socketPath); }, 5000);
+            QCOMPARE(setrlimit(RLIMIT_NOFILE, &saved), 0);
+            QVERIFY(closed);
+        } else {
+            QVERIFY(QFile::remove(socketPath));
+        }
+        QVERIFY(!QFileInfo::exists(socketPath));
+
+        KSingleInstance rival(key());
+        QCOMPARE(rival.start({"x"}), KSingleInstance::Unanswered);
+        QVERIFY2(rival.errorString().contains("runs on this profile"),
+                 qPrintable(rival.errorString()));
+        QVERIFY(!QFileInfo::exists(socketPath));
+
+        running.setWatchInterval(20);
+        QTRY_VERIFY(QFileInfo::exists(socketPath));
+        const auto later = send(socketPath, KInstanceMessage::encode({"doc"}));
+        QTRY_VERIFY(later->canReadLine());
+        QCOMPARE(received.first().first().toStringList(), QStringList{"doc"});
     }
 };
 

@@ -44,7 +44,6 @@ private slots:
                                    << QByteArray("<title>Zento Office Help</title>");
         QTest::newRow("head") << QByteArray("HEAD") << "/center" << 200 << QByteArray();
         QTest::newRow("unknown page") << QByteArray("GET") << "/go/nothing" << 404 << QByteArray();
-        QTest::newRow("root") << QByteArray("GET") << "/" << 404 << QByteArray();
         QTest::newRow("post") << QByteArray("POST") << "/center" << 405 << QByteArray();
     }
 
@@ -75,23 +74,28 @@ private slots:
         QCOMPARE(served.first(), (QVariantList{QString(method), target, status}));
     }
 
-    // What no browser sends gets an answer all the same, and ends.
-    void refusesMalformed_data()
+    // Requests as clients other than browsers send them: each gets an
+    // answer, and what no browser sends ends with one all the same.
+    void answersRawRequests_data()
     {
         QTest::addColumn<QByteArray>("request");
         QTest::addColumn<QByteArray>("statusLine");
 
-        QTest::newRow("not http") << QByteArray("hello\r\n\r\n") << QByteArray("HTTP/1.1 400");
-        QTest::newRow("no version")
-            << QByteArray("GET /center\r\n\r\n") << QByteArray("HTTP/1.1 400");
-        QTest::newRow("absolute target")
-            << QByteArray("GET http://x/center HTTP/1.1\r\n\r\n") << QByteArray("HTTP/1.1 400");
-        QTest::newRow("head too large")
-            << QByteArray("GET /center HTTP/1.1\r\nX: " + QByteArray(20000, 'a'))
-            << QByteArray("HTTP/1.1 431");
+        const auto row = [](const char* name, const QByteArray& request, const char* status) {
+            QTest::newRow(name) << request << QByteArray(status);
+        };
+        const QByteArray large = "GET /center HTTP/1.1\r\nX: " + QByteArray(20000, 'a');
+        row("HTTP/1.0, no header lines", "GET /center HTTP/1.0\r\n\r\n", "HTTP/1.1 200");
+        row("bare line feeds, empty line first", "\nGET /admin HTTP/1.1\nHost: x\n\n",
+            "HTTP/1.1 200");
+        row("not http", "hello\r\n\r\n", "HTTP/1.1 400");
+        row("no version", "GET /center\r\n\r\n", "HTTP/1.1 400");
+        row("absolute target", "GET http://x/center HTTP/1.1\r\n\r\n", "HTTP/1.1 400");
+        row("head too large, unfinished", large, "HTTP/1.1 431");
+        row("head too large, in one piece", large + "\r\n\r\n", "HTTP/1.1 431");
     }
 
-    void refusesMalformed()
+    void answersRawRequests()
     {
         QFETCH(QByteArray, request);
         QFETCH(QByteArray, statusLine);
@@ -102,6 +106,43 @@ private slots:
         QByteArray answer;
         QTRY_VERIFY_WITH_TIMEOUT((answer += socket.readAll()).contains("\r\n\r\n"), 5000);
         QVERIFY2(answer.startsWith(statusLine), answer.constData());
+    }
+
+    // Clients that connect and send nothing, or half a head, hold a
+    // connection only until its time is up; one more connection than the
+    // server serves at once waits for that, then gets its page.
+    void limitsConnections_data()
+    {
+        QTest::addColumn<QByteArray>("held"); // what the holding clients send
+
+        QTest::newRow("idle") << QByteArray();
+        QTest::newRow("half a head") << QByteArray("GET /center HTTP/1.1\r\nHost: x\r\n");
+    }
+
+    void limitsConnections()
+    {
+        QFETCH(QByteArray, held);
+
+        constexpr int timeoutMs = 300;
+        KLocalServiceServer server;
+        server.setLimits(2, timeoutMs);
+        QVERIFY(server.listen());
+        QElapsedTimer clock;
+        clock.start();
+        QTcpSocket holders[2];
+        for (QTcpSocket& holder : holders) {
+            holder.connectToHost(QHostAddress::LocalHost, server.port());
+            holder.write(held);
+        }
+        QTcpSocket late;
+        late.connectToHost(QHostAddress::LocalHost, server.port());
+        late.write("GET /center HTTP/1.1\r\nHost: x\r\n\r\n");
+        QByteArray answer;
+        QTRY_VERIFY_WITH_TIMEOUT((answer += late.readAll()).contains("<h1>Personal Center</h1>"),
+                                 5000);
+        QVERIFY2(clock.elapsed() >= timeoutMs, qPrintable(QString::number(clock.elapsed())));
+        for (QTcpSocket& holder : holders)
+            QTRY_COMPARE(holder.state(), QAbstractSocket::UnconnectedState);
     }
 };
 

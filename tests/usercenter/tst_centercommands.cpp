@@ -16,7 +16,6 @@
 
 #include <vex/kmainwindow.h>
 #include <vexlite/hostcontrol.h>
-#include <vexlite/kshellapplicaitons.h>
 
 #include <QtTest>
 
@@ -28,6 +27,7 @@ namespace {
 
 const QString kPersonal = "https://account.example/center";
 const QString kEnterprise = "https://business.example/admin?x=1";
+QStringList g_logged;
 
 void configure(bool simplified, bool intranet)
 {
@@ -103,8 +103,11 @@ private slots:
         row("company, no simplified centre", company, false, false, "none", true);
         row("company, intranet", company, true, true, "none", false);
         row("signed out", out, true, false, "none", false);
+        // The window that holds the command, not the one activated last.
         row("in an embedding window", company, true, false, "embedding", false);
-        row("embedding window of another application", company, true, false, "embedding elsewhere",
+        row("in an embedding window, another newer", company, true, false, "embedding, newer",
+            false);
+        row("another, newer window embedding", company, true, false, "plain, newer embedding",
             true);
         row("updates suspended", company, true, false, "none", false, true);
     }
@@ -121,11 +124,10 @@ private slots:
         QVERIFY(m_state.set(state));
         configure(simplified, intranet);
         QScopedPointer<KMainWindow> main(window == "none" ? nullptr : new KMainWindow);
-        if (main) {
+        if (main)
             main->setEmbedding(window.startsWith("embedding"));
-            if (window == "embedding elsewhere")
-                main->setShellApplication(KShellApplicaitons::instance()->application("tabix"));
-        }
+        KMainWindow newer; // the most recently activated main window
+        newer.setEmbedding(window.endsWith("newer embedding"));
         KxOpenPersonalCenterCommand command(main.data(), nullptr);
         KEnterpriseCenterTriggerCommand enterprise(main.data(), nullptr);
         command.setVisible(!visible); // update() must set it either way
@@ -160,6 +162,9 @@ private slots:
         row("no such centre", true, 3, "", "-");
     }
 
+    // Opened once with the library's default logging, which says nothing,
+    // and once with its notices on, which name the address without its query
+    // or what the client wrapped it into.
     void opened()
     {
         QFETCH(bool, signedIn);
@@ -168,10 +173,23 @@ private slots:
         QFETCH(QString, expected);
 
         QVERIFY(m_state.set(signedIn ? R"({"IsLogined": true, "Id": "7"})" : "{}"));
-        kind ? kxNimboOpenStoreUrl(STORE_URL_TYPE(kind)) : kxOpenAutoLoginUrl(url);
         if (expected == "WRAPPED")
             expected = "wrapped:" + QUrl::toPercentEncoding(url);
-        QCOMPARE(m_urls.take(), expected == "-" ? QStringList() : QStringList(expected));
+        for (const char* rules : {"", "auth.*.debug=true"}) {
+            QLoggingCategory::setFilterRules(rules);
+            g_logged.clear();
+            const QtMessageHandler previous =
+                qInstallMessageHandler([](QtMsgType, const QMessageLogContext&,
+                                          const QString& message) { g_logged << message; });
+            kind ? kxNimboOpenStoreUrl(STORE_URL_TYPE(kind)) : kxOpenAutoLoginUrl(url);
+            qInstallMessageHandler(previous);
+            QLoggingCategory::setFilterRules(QString());
+            QCOMPARE(m_urls.take(), expected == "-" ? QStringList() : QStringList(expected));
+            const QString plain =
+                QUrl(url, QUrl::TolerantMode).toString(QUrl::RemoveQuery | QUrl::RemoveFragment);
+            const bool told = *rules && expected != "-";
+            QCOMPARE(g_logged, told ? QStringList("opening " + plain) : QStringList());
+        }
     }
 
     // library: "-" no addons/deskhive, else the stand-in's user information

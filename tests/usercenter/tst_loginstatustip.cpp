@@ -1,15 +1,19 @@
-// The login status tip: where it places itself, its timer, its painting,
-// and the cloud client's four error signals raised through the simulator's
-// state file ("emit").
+// The login status tip: where it places itself (also at the screen's right
+// and bottom edges), its timer, its painting (also of texts that do not fit
+// the described box), and the cloud client's four error signals raised
+// through the simulator's state file ("emit").
 
 #include "ksimulatorstate.h"
 #include "ktestenvironment.h"
+#include "kwidgetpixels.h"
 
 #include "kloginstatustipwidget.h"
 
 #include <vex/kresourcescheme.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QAccessible>
+#include <QScreen>
 #include <QTimer>
 #include <QtTest>
 
@@ -26,15 +30,22 @@ class TestLoginStatusTip : public QObject
     std::unique_ptr<QWidget> m_container;
     QWidget* m_button = nullptr;
 
-    // A tip on a 60 x 24 button at offset in a shown container.
-    KLoginStatusTipWidget* makeTip(QPoint offset = QPoint())
+    // A tip on a 60 x 24 button at offset in a shown container whose
+    // top-left corner is at `at` on the 800 x 600 offscreen screen.
+    KLoginStatusTipWidget* makeTip(QPoint offset = QPoint(), QPoint at = QPoint(100, 50))
     {
         m_container = std::make_unique<QWidget>();
-        m_container->setGeometry(100, 50, 300, 100);
+        m_container->setGeometry(QRect(at, QSize(300, 100)));
         m_button = new QWidget(m_container.get());
         m_button->setGeometry(QRect(offset, QSize(60, 24)));
         m_container->show();
         return new KLoginStatusTipWidget(m_button);
+    }
+
+    static QImage paint(QWidget* tip) { return KWidgetPixels::paint(tip, Qt::transparent); }
+    static QRect ink(const QImage& image)
+    {
+        return KWidgetPixels::inkBounds(image, Qt::transparent);
     }
 
 private slots:
@@ -47,17 +58,64 @@ private slots:
 
     void cleanup() { m_container.reset(); }
 
-    // Below the button's position mapped through the button itself: for a
+    void placement_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<QPoint>("at"); // the container's top-left
+        QTest::addColumn<QPoint>("offset");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+
+        const QString longText = "abnormal network status, turn to be offline status";
+        const auto row = [](const char* tag, qreal scale, QPoint at, QPoint offset,
+                            const QString& text, const char* expected) {
+            QTest::newRow(tag) << scale << at << offset << text << QString(expected);
+        };
+        row("room", 1.0, QPoint(100, 50), QPoint(30, 10), "x", "described");
+        row("room, grown", 2.0, QPoint(100, 50), QPoint(), longText, "described");
+        row("right edge", 1.0, QPoint(740, 50), QPoint(), "x", "moved left");
+        row("right edge, grown", 2.0, QPoint(700, 50), QPoint(), longText, "moved left");
+        row("bottom edge", 1.0, QPoint(100, 576), QPoint(), "x", "above");
+        row("bottom-right corner, grown", 2.0, QPoint(700, 576), QPoint(), longText,
+            "above, moved left");
+    }
+
+    // Below the button's position mapped through the button itself (for a
     // button away from its container's origin, shifted by its offset once
-    // more (at the origin, right below it).
+    // more), while that is on the screen. Else moved left into the screen,
+    // or above the button, the pointer still where it would have been.
     void placement()
     {
-        const QPoint offset(30, 10);
-        KLoginStatusTipWidget* tip = makeTip(offset);
-        tip->showTip("x");
-        QCOMPARE(tip->pos(), m_button->mapToGlobal(QPoint(0, 24)) + offset);
+        QFETCH(qreal, scale);
+        QFETCH(QPoint, at);
+        QFETCH(QPoint, offset);
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+
+        krt::hostcontrol::setDisplayScale(scale);
+        KLoginStatusTipWidget* tip = makeTip(offset, at);
+        tip->showTip(text);
         QVERIFY(tip->isVisible() && tip->windowType() == Qt::Tool &&
                 tip->testAttribute(Qt::WA_TranslucentBackground));
+        const QPoint below = m_button->mapToGlobal(QPoint(0, 24)) + offset;
+        const QRect button(m_button->mapToGlobal(QPoint()), m_button->size());
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(screen.contains(tip->geometry()));
+        if (expected == "described")
+            QCOMPARE(tip->pos(), below);
+        QCOMPARE(tip->x() < below.x(), expected.contains("left"));
+        QCOMPARE(tip->y(), expected.contains("above") ? button.top() - tip->height() : below.y());
+
+        // The pointer's middle, where it would have been, and its far end.
+        const QImage image = paint(tip);
+        const int x = below.x() + int(22 * scale) - tip->x();
+        const int near =
+            expected.contains("above") ? tip->height() - int(5 * scale) : int(5 * scale);
+        const int far = expected.contains("above") ? tip->height() - 1 : 0;
+        QVERIFY(qAlpha(image.pixel(x, near)) == 255);
+        QVERIFY(qAlpha(image.pixel(x - int(7 * scale), far)) == 0);
+        if (expected == "moved left") // and not where it was
+            QCOMPARE(qAlpha(image.pixel(int(22 * scale), int(5 * scale))), 0);
     }
 
     void messages_data()
@@ -92,6 +150,10 @@ private slots:
         QCOMPARE(shown->text(), text);
         QVERIFY(shown->hideTimer()->isActive() && shown->hideTimer()->interval() == 8000);
         QVERIFY(shown->isVisible() && (process->isVisible() != sync->isVisible()));
+        // Assistive tools meet it as an alert, named by its message.
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(shown);
+        QVERIFY(accessible->role() == QAccessible::AlertMessage &&
+                accessible->text(QAccessible::Name) == text);
     }
 
     // While it shows, a second message changes neither text nor timer; a
@@ -129,44 +191,67 @@ private slots:
     void painting_data()
     {
         QTest::addColumn<qreal>("scale");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("lines"); // 1: the described box
 
-        QTest::newRow("100 %") << 1.0;
-        QTest::newRow("200 %") << 2.0;
+        const QString offline = "abnormal network status, turn to be offline status";
+        QTest::newRow("100 %") << 1.0 << "HHHH" << 1;
+        QTest::newRow("200 %") << 2.0 << "HHHH" << 1;
+        QTest::newRow("Chinese, 150 %") << 1.5 << "网络异常，已转为离线状态" << 1;
+        QTest::newRow("long, 100 %") << 1.0 << offline << 2;
+        QTest::newRow("long, 150 %") << 1.5 << "IPC errors occured when Get login information" << 2;
+        QTest::newRow("a word longer than the box") << 1.0 << QString(60, 'W') << 3;
+        QTest::newRow("endless") << 2.0 << QString("word ").repeated(4000) << 0;
     }
 
-    // The background over the scaled 211 x 53; the text at 12 px with its
-    // baseline at (45, 41), scaled.
+    // Where the text fits, the background over the scaled 211 x 53 and the
+    // text at 12 px with its baseline at (45, 41), scaled. Where it does not,
+    // a wider box, then a line taller for each line it wraps into, the text
+    // starting at the same point and kept clear of the edges, the background
+    // stretched around it; never taller than the screen.
     void painting()
     {
         QFETCH(qreal, scale);
+        QFETCH(QString, text);
+        QFETCH(int, lines);
 
         krt::hostcontrol::setDisplayScale(scale);
         KLoginStatusTipWidget* tip = makeTip();
-        QVERIFY(tip->size() == QSize(211, 53) * scale && tip->sizeHint() == tip->size());
-        const auto paint = [tip] {
-            QImage image(tip->size(), QImage::Format_ARGB32);
-            image.fill(Qt::transparent);
-            tip->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-            return image;
-        };
         tip->setBackgroundPixmap("res:/no/such.png");
-        tip->showTip("HHHH");
-        const QImage text = paint();
-        QRect ink;
-        for (int y = 0; y < text.height(); ++y) {
-            for (int x = 0; x < text.width(); ++x)
-                ink |= qAlpha(text.pixel(x, y)) > 128 ? QRect(x, y, 1, 1) : QRect();
+        tip->showTip(text);
+        QCOMPARE(tip->sizeHint(), tip->size());
+        const QSize described = QSize(211, 53) * scale;
+        const QRect text_ = ink(paint(tip));
+        QVERIFY(qAbs(text_.left() - 45 * scale) <= 2 * scale);
+        if (lines == 1) {
+            QCOMPARE(tip->size(), described);
+            QVERIFY(text_.height() <= 13 * scale); // one line of 12 px
+            if (text == "HHHH")
+                QVERIFY(qAbs(text_.bottom() + 1 - 41 * scale) <= scale);
+        } else {
+            QVERIFY(tip->width() >= described.width() && tip->width() <= 320 * scale);
+            QVERIFY(text_.right() < tip->width() - 8 * scale);
+            QVERIFY(text_.bottom() < tip->height() - 8 * scale);
+            QVERIFY(text_.top() > 25 * scale);
+            const int each = (tip->height() - described.height()) / qMax(1, lines - 1);
+            if (lines)
+                QVERIFY(tip->height() > described.height() && each > 12 * scale &&
+                        each < 20 * scale);
+            else
+                QVERIFY(tip->height() > 500 && tip->height() <= 600);
         }
-        QVERIFY(qAbs(ink.left() - 45 * scale) <= 2 * scale);
-        QVERIFY(qAbs(ink.bottom() + 1 - 41 * scale) <= scale);
-        QVERIFY(ink.height() >= 7 * scale && ink.height() <= 10 * scale); // capitals of 12 px
 
         tip->setBackgroundPixmap("res:/resource/zentodeskhive/abnormalLogingStatus.png");
-        const QImage balloon = paint();
-        QCOMPARE(balloon.pixelColor(int(150 * scale), int(20 * scale)), QColor(Qt::white));
-        QCOMPARE(qAlpha(balloon.pixel(int(150 * scale), int(2 * scale))), 0);
-        const QColor rim = balloon.pixelColor(int(150 * scale), balloon.height() - 1);
-        QVERIFY(rim.alpha() > 200 && rim.red() < 230);
+        const QImage balloon = paint(tip);
+        const int w = balloon.width(), h = balloon.height();
+        QCOMPARE(balloon.pixelColor(w - int(8 * scale), int(20 * scale)), QColor(Qt::white));
+        QCOMPARE(balloon.pixelColor(w - int(8 * scale), h - int(6 * scale)), QColor(Qt::white));
+        QCOMPARE(qAlpha(balloon.pixel(w - int(8 * scale), int(2 * scale))), 0);
+        QCOMPARE(qAlpha(balloon.pixel(int(22 * scale), int(5 * scale))), 255); // the pointer
+        for (const QPoint rim : {QPoint(w / 2, h - 1), QPoint(w - 1, h / 2)}) {
+            const QColor colour = balloon.pixelColor(rim);
+            QVERIFY(colour.alpha() > 200 && colour.red() < 230);
+        }
     }
 };
 

@@ -7,6 +7,7 @@
 #include "kpopupdriver.h"
 #include "ksimulatorstate.h"
 #include "ktestenvironment.h"
+#include "kwidgetpixels.h"
 
 #include "kenterprisecentertriggercommand.h"
 #include "kusercentermenubutton.h"
@@ -18,12 +19,14 @@
 #include <vexlite/hostcontrol.h>
 
 #include <QAccessible>
+#include <QScreen>
 #include <QToolTip>
 #include <QtTest>
 
 #include <memory>
 
 using namespace AuthTest;
+using KWidgetPixels::near;
 
 using namespace krt::hostcontrol;
 
@@ -35,21 +38,10 @@ const QByteArray kPersonal =
 const QByteArray kCompany = R"({"IsLogined": true, "Name": "Ada", "IsCompanyAccount": true})";
 const QString kDefault = "res:/resource/zentodeskhive/defaultthumbnail.png";
 
-bool near(QColor a, QColor b, int tolerance = 3)
-{
-    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance &&
-           qAbs(a.blue() - b.blue()) <= tolerance;
-}
-
 // The button's own painting over white, at a device pixel ratio.
 QImage paint(QWidget* button, qreal ratio = 1)
 {
-    QImage image(button->size() * ratio, QImage::Format_ARGB32);
-    image.setDevicePixelRatio(ratio);
-    image.fill(Qt::white);
-    button->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    image.setDevicePixelRatio(1);
-    return image;
+    return KWidgetPixels::paint(button, Qt::white, ratio);
 }
 
 bool send(QWidget* widget, QEvent::Type type)
@@ -95,11 +87,12 @@ class TestUserCenterButton : public QObject
     KUserCenterMenuCommand* m_command = nullptr;
     KUserCenterMenuButton* m_button = nullptr;
 
-    // A shown, active main window with the user centre and its two entries.
-    void makeWindow()
+    // A shown, active main window with the user centre and its two
+    // entries, its top-left corner at `at` on the 800 x 600 screen.
+    void makeWindow(QPoint at = QPoint(100, 100))
     {
         m_window = std::make_unique<KMainWindow>();
-        m_window->setGeometry(100, 100, 480, 240);
+        m_window->setGeometry(QRect(at, QSize(480, 240)));
         m_command = new KUserCenterMenuCommand(m_window.get(), m_window.get());
         m_command->addChild(new KxOpenPersonalCenterCommand(m_window.get(), m_window.get()));
         m_command->addChild(new KEnterpriseCenterTriggerCommand(m_window.get(), m_window.get()));
@@ -127,10 +120,17 @@ private slots:
     void initTestCase()
     {
         KResourceScheme::install();
-        QImage picture(40, 40, QImage::Format_ARGB32);
-        picture.fill(kPicture);
-        QVERIFY(picture.save(m_state.folder() + "/p.png"));
-        QVERIFY(KTestAppDir::write(m_state.folder() + "/bad.png", "not a picture"));
+        const QString folder = m_state.folder();
+        for (const int side : {24, 600}) {
+            QImage picture(side, side, QImage::Format_RGB32);
+            picture.fill(kPicture);
+            QVERIFY(picture.save(folder + (side < 32 ? "/p.png" : "/large.png")));
+        }
+        QImage huge(4100, 4100, QImage::Format_Mono); // small on disk and in memory
+        huge.fill(0);
+        QVERIFY(huge.save(folder + "/huge.png"));
+        QVERIFY(KTestAppDir::write(folder + "/bad.png", "not a picture"));
+        QCOMPARE(QProcess::execute("mkfifo", {folder + "/fifo"}), 0);
     }
 
     void init()
@@ -148,33 +148,50 @@ private slots:
     {
         QTest::addColumn<QByteArray>("state");
         QTest::addColumn<QString>("expected"); // an image, "" for none
+        QTest::addColumn<QSize>("size");       // as decoded
 
-        const auto row = [](const char* tag, const QByteArray& state, const QString& expected) {
-            QTest::newRow(tag) << state << expected;
+        const auto row = [](const char* tag, const QByteArray& state, const QString& expected,
+                            QSize size = QSize(32, 32)) {
+            QTest::newRow(tag) << state << expected << size;
         };
-        row("personal, picture", kPersonal, "PICTURE");
+        const auto picture = [](const char* file) {
+            return QByteArray(R"({"IsLogined": true, "UserAvatarImagePath": ")") + file + "\"}";
+        };
+        row("personal, picture", kPersonal, "PICTURE", QSize(24, 24));
         row("personal, no picture", R"({"IsLogined": true})", kDefault);
         row("company, picture", R"({"IsLogined": true, "IsCompanyAccount": true,
                                     "UserAvatarImagePath": "p.png"})",
             "res:/nimbo/zento_plus.png");
         row("signed out, picture", R"({"IsLogined": false, "UserAvatarImagePath": "p.png"})",
             kDefault);
-        row("picture unloadable", R"({"IsLogined": true, "UserAvatarImagePath": "bad.png"})", "");
+        row("picture unloadable", picture("bad.png"), "", QSize(0, 0));
+        row("picture missing", picture("none.png"), "", QSize(0, 0));
+        // Decoded at the size drawn (16 at 100 %, for up to twice as dense).
+        row("large picture", picture("large.png"), "PICTURE");
+        // Refused without decoding: the default picture.
+        row("too many pixels", picture("huge.png"), kDefault);
+        row("a FIFO", picture("fifo"), kDefault);
+        row("a folder", picture("."), kDefault);
     }
 
-    // The avatar chosen, and drawn only when there is one.
+    // The avatar chosen and decoded, and drawn only when there is one.
     void thumbnail()
     {
         QFETCH(QByteArray, state);
         QFETCH(QString, expected);
+        QFETCH(QSize, size);
 
         QVERIFY(m_state.set(state));
         KUserCenterMenuButton button(nullptr);
         button.resize(button.sizeHint());
         button.updateThumbnail();
-        const QImage wanted(expected == "PICTURE" ? m_state.folder() + "/p.png" : expected);
-        QCOMPARE(button.thumbnail(), wanted);
-        QCOMPARE(paint(&button).pixelColor(9, 14) == Qt::white, wanted.isNull());
+        const QImage& thumbnail = button.thumbnail();
+        QCOMPARE(thumbnail.size(), size);
+        if (expected == "PICTURE")
+            QVERIFY(near(thumbnail.pixelColor(size.width() / 2, size.height() / 2), kPicture));
+        else
+            QCOMPARE(thumbnail, QImage(expected));
+        QCOMPARE(paint(&button).pixelColor(9, 14) == Qt::white, thumbnail.isNull());
     }
 
     void avatarPainting_data()
@@ -186,9 +203,9 @@ private slots:
         QTest::newRow("150 %, device pixel ratio 2") << 1.5 << 2.0;
     }
 
-    // In a square of int(16 x scale) at left + 1, vertically centred, round;
-    // the name beside the picture's room; the button sized by the style's
-    // metric.
+    // The whole picture in a square of int(16 x scale) at left + 1,
+    // vertically centred; the name beside the picture's room; the button
+    // sized by the style's metric.
     void avatarPainting()
     {
         QFETCH(qreal, scale);
@@ -208,8 +225,9 @@ private slots:
         const auto at = [&](qreal x, qreal y) {
             return image.pixelColor(int(x * ratio), int(y * ratio));
         };
-        QVERIFY(near(at(square.center().x(), square.center().y()), kPicture));
-        QVERIFY(near(at(square.left() + 1, square.top() + 1), Qt::white));
+        for (const QPointF& inside :
+             {square.center(), square.topLeft(), square.bottomRight() - QPointF(0.5, 0.5)})
+            QVERIFY(near(at(inside.x(), inside.y()), kPicture));
         QVERIFY(near(at(square.right() + 1, square.center().y()), Qt::white));
         QVERIFY(near(at(square.center().x(), square.bottom() + 1), Qt::white));
         QVERIFY(near(at(square.left() + 0.2, square.center().y()), kPicture, 60));
@@ -252,11 +270,69 @@ private slots:
             QTimer::singleShot(0, popup, &QWidget::hide);
         };
         QCOMPARE(hoverMenu(closeSoon), 1);
-        QWidget other;
+        KMainWindow other; // another main window: active, but not the button's
         other.show();
         QApplication::setActiveWindow(&other);
         QVERIFY(QTest::qWaitForWindowActive(&other));
         QCOMPARE(hoverMenu(closeSoon), 0);
+    }
+
+    void menuPlacement_data()
+    {
+        QTest::addColumn<QPoint>("at"); // the window's top-left corner
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("expected");
+
+        const QString longName = "Maximilian Alexander Ferdinand von Hohenzollern-Sigmaringen";
+        QTest::newRow("room") << QPoint(0, 100) << "Ada"
+                              << "below";
+        QTest::newRow("right edge") << QPoint(250, 100) << "Ada"
+                                    << "below, moved left";
+        QTest::newRow("bottom edge") << QPoint(0, 580) << "Ada"
+                                     << "above";
+        QTest::newRow("long name") << QPoint(0, 100) << longName << "below, wrapped";
+        QTest::newRow("name wider than the screen")
+            << QPoint(250, 100) << QString(150, 'W') << "below, moved left, wrapped";
+    }
+
+    // Below the button, left edges aligned, as long as that is on the
+    // screen; else moved left into it, or above the button. A long name
+    // wraps in the heading instead of widening the menu; the detail line
+    // below it is legible.
+    void menuPlacement()
+    {
+        QFETCH(QPoint, at);
+        QFETCH(QString, name);
+        QFETCH(QString, expected);
+
+        QVERIFY(m_state.set("{\"IsLogined\": true, \"Name\": \"" + name.toUtf8() + "\"}"));
+        makeWindow(at);
+        QRect button, placed;
+        int entriesTop = 0, detailInk = 255;
+        QCOMPARE(hoverMenu([&](KPopupWidget* popup) {
+                     button = QRect(m_button->mapToGlobal(QPoint()), m_button->size());
+                     placed = popup->geometry();
+                     entriesTop = popup->entryRect(0).top();
+                     // The detail line's darkest ink, 4.5:1 on white at least.
+                     const QImage image = popup->grab().toImage();
+                     const int top = 9 + QFontMetrics(popup->font()).height() * 3 / 2;
+                     for (int x = 12; x < 160; ++x)
+                         detailInk = qMin(detailInk, qGray(image.pixel(x, top)));
+                     QTimer::singleShot(0, popup, &QWidget::hide);
+                 }),
+                 1);
+        QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(placed));
+        QCOMPARE(placed.left() < button.left(), expected.contains("moved left"));
+        QCOMPARE(placed.top(),
+                 expected.contains("above") ? button.top() - placed.height() : button.bottom() + 1);
+        // Heading and detail: two lines unless the name wraps. The button
+        // shows a long name elided.
+        const int line = QFontMetrics(m_button->font()).height();
+        const bool wrapped = entriesTop - 22 > 2 * line + line / 2;
+        QCOMPARE(wrapped, expected.contains("wrapped"));
+        QVERIFY(placed.width() <= 360);
+        QVERIFY(wrapped || detailInk <= 118);
+        QVERIFY(button.width() < 250);
     }
 
     // Offline: the veil over the last state, the balloon while the mouse is
@@ -334,20 +410,34 @@ private slots:
 
     void keyboard_data()
     {
-        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("key"); // 0: the assistive tools' action of the row
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<bool>("offline");
         QTest::addColumn<int>("shown");
 
-        QTest::newRow("space") << int(Qt::Key_Space) << 1;
-        QTest::newRow("return") << int(Qt::Key_Return) << 1;
-        QTest::newRow("enter") << int(Qt::Key_Enter) << 1;
-        QTest::newRow("a letter") << int(Qt::Key_A) << 0;
+        const auto row = [](const char* tag, int key, const QString& action, bool offline,
+                            int shown) { QTest::newRow(tag) << key << action << offline << shown; };
+        row("space", Qt::Key_Space, "", false, 1);
+        row("return", Qt::Key_Return, "", false, 1);
+        row("enter", Qt::Key_Enter, "", false, 1);
+        row("a letter", Qt::Key_A, "", false, 0);
+        row("accessible press", 0, QAccessibleActionInterface::pressAction(), false, 1);
+        row("accessible show menu", 0, QAccessibleActionInterface::showMenuAction(), false, 1);
+        // Signed out by the network: no menu, the balloon says why.
+        row("space, offline", Qt::Key_Space, "", true, 0);
+        row("enter, offline", Qt::Key_Enter, "", true, 0);
+        row("accessible press, offline", 0, QAccessibleActionInterface::pressAction(), true, 0);
+        row("accessible show menu, offline", 0, QAccessibleActionInterface::showMenuAction(), true,
+            0);
     }
 
-    // Tab reaches the button; Space and Enter open the menu, whose entries
-    // the arrows and Enter reach.
+    // Tab reaches the button; Space, Enter and the assistive tools' actions
+    // open the menu, whose entries the arrows and Enter reach.
     void keyboard()
     {
         QFETCH(int, key);
+        QFETCH(QString, action);
+        QFETCH(bool, offline);
         QFETCH(int, shown);
 
         makeWindow();
@@ -357,8 +447,13 @@ private slots:
         edit->setFocus();
         QTest::keyClick(edit, Qt::Key_Tab);
         QVERIFY(m_button->hasFocus());
+        setLogoutDuetoOffLine(offline);
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_button);
+        QCOMPARE(accessible->role(), QAccessible::ButtonMenu);
+        QVERIFY(accessible->actionInterface()->actionNames().contains(action) || key);
         const auto press = [&] {
-            QTest::keyClick(m_button, Qt::Key(key));
+            key ? QTest::keyClick(m_button, Qt::Key(key))
+                : accessible->actionInterface()->doAction(action);
             QCoreApplication::processEvents();
         };
         QCOMPARE(withPopup(m_button, press,
@@ -368,6 +463,10 @@ private slots:
                            }),
                  shown);
         QCOMPARE(executedCommands(), shown ? QStringList("OpenEnterpriseCenter") : QStringList());
+        QCOMPARE(m_button->tip()->isVisible(), offline);
+        if (offline)
+            QVERIFY(m_button->tip()->hideTimer()->isActive() &&
+                    m_button->tip()->text().startsWith("abnormal network status"));
     }
 
     void visibility_data()

@@ -13,6 +13,7 @@
 #include <vex/rectutils.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QAccessible>
 #include <QLineEdit>
 #include <QtTest>
 
@@ -21,13 +22,6 @@ using namespace AuthTest;
 using namespace KWidgetPixels;
 
 namespace {
-
-bool sameColor(QRgb actual, const QColor& expected, int tolerance = 1)
-{
-    return qAbs(qRed(actual) - expected.red()) <= tolerance &&
-           qAbs(qGreen(actual) - expected.green()) <= tolerance &&
-           qAbs(qBlue(actual) - expected.blue()) <= tolerance;
-}
 
 // Hover and press through the window, as the mouse would bring them about.
 // False when the widget did not end up under the mouse as asked.
@@ -111,7 +105,7 @@ private slots:
             QTest::mouseRelease(window.windowHandle(), Qt::LeftButton);
             if (flat) {
                 for (QPoint corner : {QPoint(1, 1), QPoint(158, 38)})
-                    QVERIFY2(sameColor(painted.pixel(corner), colour),
+                    QVERIFY2(near(painted.pixel(corner), colour),
                              qPrintable(QColor(painted.pixel(corner)).name()));
             } else {
                 QCOMPARE(inkBounds(painted, Qt::white), QRect(10, 10, 10, 10));
@@ -122,7 +116,8 @@ private slots:
     }
 
     // White text in the box of its advance and line height, centred in the
-    // contents rectangle; custom colours replace the defaults. Margins and
+    // contents rectangle, or wrapped where it is narrower than the text;
+    // custom colours replace the defaults. Margins and
     // size hints (the text measured with the "&" that is not drawn) follow
     // the display scale.
     void buttonText_data()
@@ -133,8 +128,9 @@ private slots:
         QTest::addColumn<int>("margin");
 
         QTest::newRow("short, 100 %") << "OK" << QSize(80, 40) << 1.0 << 5;
-        QTest::newRow("long, clipped, 200 %")
-            << "Sign in with another account" << QSize(60, 30) << 2.0 << 10;
+        QTest::newRow("long, narrow, 200 %")
+            << "Sign in with another account" << QSize(160, 100) << 2.0 << 10;
+        QTest::newRow("one long word, narrow") << QString(30, 'W') << QSize(120, 80) << 1.0 << 5;
         QTest::newRow("mnemonic, 150 %") << "&Retry" << QSize(120, 60) << 1.5 << 8;
     }
 
@@ -155,6 +151,9 @@ private slots:
         QCOMPARE(button.contentsMargins(), QMargins(margin, margin, margin, margin));
         QCOMPARE(button.minimumSizeHint(), bounds.size() + QSize(2 * margin, 2 * margin));
         QCOMPARE(button.sizeHint(), button.minimumSizeHint());
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&button);
+        QVERIFY(accessible->role() == QAccessible::Button &&
+                accessible->text(QAccessible::Name) == QString(text).remove('&'));
 
         button.resize(size);
         const QImage image = paint(&button, Qt::white);
@@ -162,7 +161,10 @@ private slots:
         const QRect box = calcCenterRect(button.contentsRect(),
                                          QSize(metrics.horizontalAdvance(text), metrics.height()));
         const QRect ink = inkBounds(image, normal);
-        QVERIFY(!ink.isNull() && box.intersected(button.rect()).contains(ink));
+        // Where it does not fit, wrapped into the contents rectangle.
+        const bool fits = box.width() <= button.contentsRect().width();
+        QVERIFY(!ink.isNull() && (fits ? box : button.contentsRect()).contains(ink));
+        QCOMPARE(ink.height() > metrics.height(), !fits);
         int brightest = 0;
         for (int y = ink.top(); y <= ink.bottom(); ++y)
             for (int x = ink.left(); x <= ink.right(); ++x)
@@ -207,7 +209,7 @@ private slots:
         for (int y = 0; y < height; ++y) {
             const QRgb pixel = image.pixel(20, y);
             if (pixel != qRgb(255, 255, 255))
-                QVERIFY2(sameColor(pixel, color.isValid() ? color : Qt::black, 0),
+                QVERIFY2(near(pixel, color.isValid() ? color : Qt::black, 0),
                          qPrintable(QColor(pixel).name()));
             painted += pixel == qRgb(255, 255, 255) ? '.' : '#';
         }
@@ -230,9 +232,9 @@ private slots:
     }
 
     // Left releases click, right and middle ones do not; a press alone is no
-    // click. From the keyboard (not in the description: for people who do
-    // not use a mouse) it is reached with Tab only when the caller gives it
-    // a focus policy; then Space, Return and Enter click.
+    // click. Assistive tools see a link, named by its text, and can click. From the keyboard (not
+    // in the description: for people who do not use a mouse) it is reached with Tab only when the
+    // caller gives it a focus policy; then Space, Return and Enter click.
     void labelActivation_data()
     {
         QTest::addColumn<int>("button"); // 0: the keys of a row
@@ -251,6 +253,7 @@ private slots:
         keys("Tab, keypad Enter", Qt::StrongFocus, Qt::Key_Enter, Qt::KeypadModifier, 1);
         keys("Ctrl+Space", Qt::StrongFocus, Qt::Key_Space, Qt::ControlModifier, 0);
         keys("a letter", Qt::StrongFocus, Qt::Key_A, Qt::NoModifier, 0);
+        QTest::newRow("assistive tool's press") << 0 << int(Qt::NoFocus) << -1 << 0 << 1;
     }
 
     void labelActivation()
@@ -268,6 +271,14 @@ private slots:
         label->move(0, 40);
         label->setFocusPolicy(Qt::FocusPolicy(policy));
         QSignalSpy spy(label, &KxClickableLabel::clicked);
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(label);
+        QVERIFY(accessible->role() == QAccessible::Link &&
+                accessible->text(QAccessible::Name) == label->text());
+        if (key < 0) {
+            accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+            QCOMPARE(spy.count(), expected);
+            return;
+        }
         if (button) {
             for (int i = 0; i < 2; ++i)
                 QTest::mouseClick(label, Qt::MouseButton(button));

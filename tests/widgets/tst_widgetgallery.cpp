@@ -37,19 +37,14 @@ private slots:
         for (const int scale : {1, 2}) {
             const QImage dialog(QString("%1/framedlg-%2.png").arg(dir).arg(scale * 100));
             QCOMPARE(dialog.size(), QSize(600, 300) * scale);
-            QCOMPARE(dialog.pixelColor(QPoint(0, 150) * scale).name() +
-                         dialog.pixelColor(QPoint(300, 20) * scale).name(),
-                     QString("#b2b4bc#6c7079"));
         }
 
-        // The web dialog, its page loaded, in both languages.
+        // The web dialog in both languages, each picture its own (what the
+        // dialog draws is the web and widget suites' business).
         QList<QImage> pages;
         for (const char* name : {"service-en", "service-zh_CN", "offline-en", "offline-zh_CN"}) {
             const QImage page(QString("%1/webdlg-%2.png").arg(dir, name));
             QCOMPARE(page.size(), QSize(602, 341));
-            QCOMPARE(page.pixelColor(300, 20), QColor("#6C7079"));
-            QCOMPARE(page.pixelColor(0, 200), QColor("#B2B4BC"));
-            QCOMPARE(page.pixelColor(590, 330), QColor(Qt::white));
             QVERIFY2(!pages.contains(page), name);
             pages << page;
         }

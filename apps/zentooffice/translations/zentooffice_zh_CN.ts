@@ -202,6 +202,10 @@
         <source>Clear the lis&amp;t</source>
         <translation>清空列表(&amp;T)</translation>
     </message>
+    <message>
+        <source>Activity and usage events</source>
+        <translation>活动与使用事件</translation>
+    </message>
 </context>
 <context>
     <name>KDocumentRequest</name>
@@ -230,26 +234,50 @@
         <translation>文件不存在</translation>
     </message>
     <message>
-        <source>not a file</source>
-        <translation>不是文件</translation>
-    </message>
-    <message>
         <source>the file cannot be read</source>
         <translation>无法读取该文件</translation>
     </message>
+    <message>
+        <source>the display name is empty, not UTF-8 or holds control characters</source>
+        <translation>显示名称为空、不是 UTF-8 或含有控制字符</translation>
+    </message>
+    <message>
+        <source>a folder, not a file</source>
+        <translation>是文件夹，不是文件</translation>
+    </message>
+    <message>
+        <source>a pipe, device or socket, not a regular file</source>
+        <translation>是管道、设备或套接字，不是普通文件</translation>
+    </message>
 </context>
 <context>
-    <name>KHostSignInCommand</name>
+    <name>KHostAccountCommand</name>
     <message>
         <source>Sign In</source>
         <translation>登录</translation>
     </message>
-</context>
-<context>
-    <name>KHostSignOutCommand</name>
     <message>
         <source>Sign Out</source>
         <translation>退出登录</translation>
+    </message>
+</context>
+<context>
+    <name>KSimulatorStateEditor</name>
+    <message>
+        <source>it is not JSON the simulator reads, so it was left as it is (%1)</source>
+        <translation>它不是模拟器可读取的 JSON，因此保持原样（%1）</translation>
+    </message>
+    <message>
+        <source>it does not hold a JSON object, so it was left as it is</source>
+        <translation>它不包含 JSON 对象，因此保持原样</translation>
+    </message>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>它不是普通文件</translation>
+    </message>
+    <message>
+        <source>it is larger than a state file can be, so it was left as it is</source>
+        <translation>它超过了状态文件的大小上限，因此保持原样</translation>
     </message>
 </context>
 <context>
@@ -259,8 +287,16 @@
         <translation>没有可放置实例套接字的运行时目录</translation>
     </message>
     <message>
-        <source>cannot lock %1</source>
-        <translation>无法锁定 %1</translation>
+        <source>another start on this profile holds %1</source>
+        <translation>此配置上的另一次启动占用着 %1</translation>
+    </message>
+    <message>
+        <source>the running host did not take the arguments</source>
+        <translation>正在运行的宿主没有接收这些参数</translation>
+    </message>
+    <message>
+        <source>a host runs on this profile (process %1) but cannot be reached</source>
+        <translation>此配置上已有宿主在运行（进程 %1），但无法与其联系</translation>
     </message>
 </context>
 <context>
@@ -272,6 +308,14 @@
     <message>
         <source>%1: %2</source>
         <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>not opened, beyond %1 documents at once: %2 more</source>
+        <translation>超出一次最多打开 %1 个文档的限制，另有 %2 个未打开</translation>
+    </message>
+    <message>
+        <source>also refused: %1 more</source>
+        <translation>另有 %1 个被拒绝</translation>
     </message>
 </context>
 <context>
@@ -391,6 +435,22 @@ A cloud document (file id %2), opened through %3://.</source>
     <message>
         <source>&amp;About %1</source>
         <translation>关于 %1(&amp;A)</translation>
+    </message>
+    <message>
+        <source>%1 is a folder, not a document.</source>
+        <translation>%1 是文件夹，不是文档。</translation>
+    </message>
+    <message>
+        <source>%1 is a pipe, device or socket, not a document.</source>
+        <translation>%1 是管道、设备或套接字，不是文档。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1 is larger than %2 MiB, more than this window shows.</source>
+        <translation>%1 大于 %2 MiB，超出此窗口可显示的大小。</translation>
     </message>
 </context>
 </TS>

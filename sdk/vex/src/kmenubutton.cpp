@@ -21,9 +21,9 @@ void KMenuButton::popupChildWidget()
     setPopupOpen(true);
 
     QEventLoop loop;
-    connect(popup, SIGNAL(hidden()), &loop, SLOT(quit()));
-    connect(popup, SIGNAL(destroyed()), &loop, SLOT(quit()));
-    popup->popup(mapToGlobal(QPoint(0, height())));
+    connect(popup.data(), &KPopupWidget::hidden, &loop, &QEventLoop::quit);
+    connect(popup.data(), &QObject::destroyed, &loop, &QEventLoop::quit);
+    popup->popup(QRect(mapToGlobal(QPoint(0, 0)), size()));
     emit popupShown(popup);
     // Whoever was told may have closed it already.
     if (popup && popup->isVisible())

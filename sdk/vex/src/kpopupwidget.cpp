@@ -22,6 +22,7 @@ constexpr int kIconSize = 16;
 constexpr int kTextGap = 8;
 constexpr int kRightPadding = 16;
 constexpr int kMinimumWidth = 180;
+constexpr int kMaximumWidth = 360; // a longer heading or detail wraps
 
 int scaled(int value)
 {
@@ -32,6 +33,42 @@ QFont headingFont(QFont font)
 {
     font.setBold(true);
     return font;
+}
+
+// Heading lines start at the left and wrap at word boundaries, or anywhere
+// where one word (or a text without spaces, as Chinese is written) is wider
+// than the line.
+int headingFlags(const QFontMetrics& metrics, const QString& text, int width)
+{
+    const int left = int(Qt::AlignLeft | Qt::AlignVCenter);
+    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString& word : words) {
+        if (metrics.horizontalAdvance(word) > width)
+            return left | Qt::TextWrapAnywhere;
+    }
+    return left | Qt::TextWordWrap;
+}
+
+int wrappedHeight(const QFontMetrics& metrics, const QString& text, int width)
+{
+    return metrics
+        .boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), headingFlags(metrics, text, width), text)
+        .height();
+}
+
+// area moved into the screen's available area as far as it must.
+QRect keptOnScreen(QRect area, const QScreen* screen)
+{
+    if (!screen)
+        return area;
+    const QRect available = screen->availableGeometry();
+    if (area.right() > available.right())
+        area.moveRight(available.right());
+    if (area.bottom() > available.bottom())
+        area.moveBottom(available.bottom());
+    area.moveLeft(qMax(area.left(), available.left()));
+    area.moveTop(qMax(area.top(), available.top()));
+    return area;
 }
 
 } // namespace
@@ -59,8 +96,8 @@ KPopupWidget::KPopupWidget(KCommand* command, QWidget* owner)
         if (watched)
             watched->installEventFilter(this);
     }
-    connect(qApp, SIGNAL(applicationStateChanged(Qt::ApplicationState)), this,
-            SLOT(onApplicationStateChanged(Qt::ApplicationState)));
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            &KPopupWidget::onApplicationStateChanged);
     resize(sizeHint());
 }
 
@@ -71,15 +108,29 @@ KCommand* KPopupWidget::entryAt(int index) const
     return index >= 0 && index < m_entries.size() ? m_entries.at(index).data() : nullptr;
 }
 
-int KPopupWidget::headerHeight() const
+// The screen area the popup has: the available geometry of the screen that
+// holds its owner, else of the primary screen.
+QRect KPopupWidget::availableArea() const
+{
+    const QScreen* screen = nullptr;
+    if (m_owner)
+        screen = QGuiApplication::screenAt(m_owner->mapToGlobal(m_owner->rect().center()));
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+
+// Heading and detail wrap into the popup's width less the margins.
+int KPopupWidget::headerHeight(int width) const
 {
     if (m_heading.isEmpty() && m_detail.isEmpty())
         return 0;
+    const int textWidth = qMax(1, width - 2 * scaled(kIconLeft));
     int height = 2 * scaled(kHeadingPadding) + 1; // and the rule below
     if (!m_heading.isEmpty())
-        height += QFontMetrics(headingFont(font())).height();
+        height += wrappedHeight(QFontMetrics(headingFont(font())), m_heading, textWidth);
     if (!m_detail.isEmpty())
-        height += fontMetrics().height();
+        height += wrappedHeight(fontMetrics(), m_detail, textWidth);
     return height;
 }
 
@@ -87,7 +138,7 @@ QRect KPopupWidget::entryRect(int index) const
 {
     if (index < 0 || index >= m_entries.size())
         return QRect();
-    const int top = 1 + headerHeight() + scaled(kPadding) + index * scaled(kEntryHeight);
+    const int top = 1 + headerHeight(width()) + scaled(kPadding) + index * scaled(kEntryHeight);
     return QRect(1, top, width() - 2, scaled(kEntryHeight));
 }
 
@@ -124,17 +175,20 @@ void KPopupWidget::activate(int index)
 
 void KPopupWidget::popup(const QPoint& globalPos)
 {
-    QRect area(globalPos, sizeHint());
-    if (const QScreen* screen = QGuiApplication::screenAt(globalPos)) {
+    setGeometry(keptOnScreen(QRect(globalPos, sizeHint()), QGuiApplication::screenAt(globalPos)));
+    show();
+}
+
+void KPopupWidget::popup(const QRect& anchor)
+{
+    QRect area(QPoint(anchor.left(), anchor.bottom() + 1), sizeHint());
+    const QScreen* screen = QGuiApplication::screenAt(anchor.center());
+    if (screen) {
         const QRect available = screen->availableGeometry();
-        if (area.right() > available.right())
-            area.moveRight(available.right());
-        if (area.bottom() > available.bottom())
-            area.moveBottom(available.bottom());
-        area.moveLeft(qMax(area.left(), available.left()));
-        area.moveTop(qMax(area.top(), available.top()));
+        if (area.bottom() > available.bottom() && anchor.top() - area.height() >= available.top())
+            area.moveBottom(anchor.top() - 1);
     }
-    setGeometry(area);
+    setGeometry(keptOnScreen(area, screen));
     show();
 }
 
@@ -195,9 +249,12 @@ QSize KPopupWidget::sizeHint() const
     }
     const int headingWidth = qMax(QFontMetrics(headingFont(font())).horizontalAdvance(m_heading),
                                   fontMetrics().horizontalAdvance(m_detail));
-    width = qMax(width, headingWidth + 2 * scaled(kIconLeft) + 2);
-    const int height =
-        2 + headerHeight() + 2 * scaled(kPadding) + int(m_entries.size()) * scaled(kEntryHeight);
+    width = qMax(width, qMin(headingWidth + 2 * scaled(kIconLeft) + 2, scaled(kMaximumWidth)));
+    const QRect area = availableArea();
+    if (area.isValid())
+        width = qMin(width, area.width());
+    const int height = 2 + headerHeight(width) + 2 * scaled(kPadding) +
+                       int(m_entries.size()) * scaled(kEntryHeight);
     return QSize(width, height);
 }
 
@@ -260,26 +317,30 @@ void KPopupWidget::paintEvent(QPaintEvent* /*event*/)
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 
     const int left = scaled(kIconLeft);
+    const int textWidth = qMax(1, width() - 2 * left);
     int y = 1 + scaled(kHeadingPadding);
     if (!m_heading.isEmpty()) {
         const QFont bold = headingFont(font());
         const QFontMetrics metrics(bold);
+        const int height = wrappedHeight(metrics, m_heading, textWidth);
         painter.setFont(bold);
         painter.setPen(pal.color(QPalette::Text));
-        painter.drawText(QRect(left, y, width() - 2 * left, metrics.height()),
-                         Qt::AlignLeft | Qt::AlignVCenter,
-                         metrics.elidedText(m_heading, Qt::ElideRight, width() - 2 * left));
-        y += metrics.height();
+        painter.drawText(QRect(left, y, textWidth, height),
+                         headingFlags(metrics, m_heading, textWidth), m_heading);
+        y += height;
         painter.setFont(font());
     }
     if (!m_detail.isEmpty()) {
-        painter.setPen(pal.color(QPalette::Disabled, QPalette::Text));
-        painter.drawText(QRect(left, y, width() - 2 * left, fontMetrics().height()),
-                         Qt::AlignLeft | Qt::AlignVCenter,
-                         fontMetrics().elidedText(m_detail, Qt::ElideRight, width() - 2 * left));
-        y += fontMetrics().height();
+        const int height = wrappedHeight(fontMetrics(), m_detail, textWidth);
+        // Quieter than the heading, still legible (4.5:1 on the base).
+        QColor quiet = pal.color(QPalette::Text);
+        quiet.setAlpha(170);
+        painter.setPen(quiet);
+        painter.drawText(QRect(left, y, textWidth, height),
+                         headingFlags(fontMetrics(), m_detail, textWidth), m_detail);
+        y += height;
     }
-    if (headerHeight() > 0) {
+    if (!m_heading.isEmpty() || !m_detail.isEmpty()) {
         y += scaled(kHeadingPadding);
         painter.setPen(pal.color(QPalette::Midlight));
         painter.drawLine(1, y, width() - 2, y);

@@ -14,8 +14,9 @@ class QKeyEvent;
 // The host's popup of a command's child commands: a small window below the
 // widget that opened it (its owner, also its QObject parent), listing the
 // visible children in order, with the command's text and detail as a
-// heading. Clicking an enabled entry (or Return, Enter or Space on the
-// current one) closes the popup and runs the entry's command.
+// heading. It is as wide as its entries, and its heading up to 360 pixels
+// (scaled), where a longer heading wraps; never wider than the screen. Clicking an enabled entry
+// (or Return, Enter or Space on the current one) closes the popup and runs the entry's command.
 //
 // The popup does not grab the mouse or the keyboard, so the owner keeps its
 // enter and leave events (hover menus) and its keyboard focus; the owner
@@ -61,6 +62,11 @@ public:
     // Shows the popup with its top-left corner at globalPos, moved to stay
     // on the screen.
     void popup(const QPoint& globalPos);
+    // Shows the popup below anchor (a global rectangle, its owner's), left
+    // edges aligned, on the screen that holds the anchor: above the anchor
+    // where there is no room below but room above, and moved along into the
+    // screen where it would reach past it.
+    void popup(const QRect& anchor);
     // A key forwarded by the owner: Up, Down, Home, End move the current
     // entry; Return, Enter and Space run it; Escape closes. False for any
     // other key.
@@ -87,7 +93,8 @@ private slots:
     void onApplicationStateChanged(Qt::ApplicationState state);
 
 private:
-    int headerHeight() const;
+    QRect availableArea() const;
+    int headerHeight(int width) const;
     void moveCurrent(int step);
     void sendTrackEvent();
 

@@ -8,9 +8,17 @@
 #include <QWindow>
 #include <QtTest>
 
-// What the widget suites share: painting a widget into an image at a fixed
-// device pixel ratio, and finding where something was drawn.
+// What the widget and account suites share: painting a widget into an
+// image at a fixed device pixel ratio, finding where something was drawn,
+// comparing colours.
 namespace KWidgetPixels {
+
+// Whether each channel of a is within tolerance of b's.
+inline bool near(const QColor& a, const QColor& b, int tolerance = 1)
+{
+    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance &&
+           qAbs(a.blue() - b.blue()) <= tolerance;
+}
 
 // The widget and its children painted over `background`, without the
 // window background, at the given device pixel ratio.

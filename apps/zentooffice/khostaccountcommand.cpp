@@ -1,4 +1,4 @@
-#include "khostsignoutcommand.h"
+#include "khostaccountcommand.h"
 
 #include "kdeskhiveclient.h"
 
@@ -6,10 +6,10 @@
 
 #include <QWidget>
 
-KHostSignOutCommand::KHostSignOutCommand(QObject* parent, QObject* host)
+KHostAccountCommand::KHostAccountCommand(Action action, QObject* parent, QObject* host)
     : KTriggerCommand(parent, host)
+    , m_action(action)
 {
-    setText(tr("Sign Out"));
     if (INimboClient* client = KDeskhiveClient::client()) {
         // After the client's own handling, as the account button does.
         connect(client, SIGNAL(LoginStatusChange()), this, SLOT(onLoginStatusChange()),
@@ -18,35 +18,38 @@ KHostSignOutCommand::KHostSignOutCommand(QObject* parent, QObject* host)
     update();
 }
 
-void KHostSignOutCommand::update()
+void KHostAccountCommand::update()
 {
-    setText(tr("Sign Out"));
+    setText(m_action == SignIn ? tr("Sign In") : tr("Sign Out"));
     INimboClient* client = KDeskhiveClient::client();
     const bool signedIn = client && client->getUserInfo()["IsLogined"].asBool();
-    setVisible(client && signedIn);
+    setVisible(client && signedIn == (m_action == SignOut));
 }
 
-KCommand* KHostSignOutCommand::clone(QObject* parent, QObject* host)
+KCommand* KHostAccountCommand::clone(QObject* parent, QObject* host)
 {
-    auto* command = new KHostSignOutCommand(parent, host);
+    auto* command = new KHostAccountCommand(m_action, parent, host);
     command->copyProperties(this);
     return command;
 }
 
-QWidget* KHostSignOutCommand::createPocketWidget(QWidget* parent)
+QWidget* KHostAccountCommand::createPocketWidget(QWidget* parent)
 {
     QWidget* button = KTriggerCommand::createPocketWidget(parent);
     button->setAccessibleName(text());
     return button;
 }
 
-void KHostSignOutCommand::onLoginStatusChange()
+void KHostAccountCommand::onLoginStatusChange()
 {
     update();
 }
 
-void KHostSignOutCommand::onTriggered()
+void KHostAccountCommand::onTriggered()
 {
-    if (INimboClient* client = KDeskhiveClient::client())
+    INimboClient* client = KDeskhiveClient::client();
+    if (client && m_action == SignIn)
+        client->login(QVariant(QStringLiteral("logintype:select")));
+    else if (client)
         client->logout();
 }

@@ -1,0 +1,3 @@
+#include "zentoofficelogging.h"
+
+Q_LOGGING_CATEGORY(lcZentoOffice, "zentooffice", QtWarningMsg)
