@@ -285,10 +285,11 @@ int main(int argc, char** argv)
     for (const auto& [name, url] :
          {std::make_pair(QStringLiteral("web dialog, the library's offline page"), QByteArray()),
           std::make_pair(QStringLiteral("web dialog, failed load and fallback"), refused)}) {
-        phases.push_back(runPhase(name, probe, detector, [&]() -> QString {
+        // Structured bindings cannot be captured before C++20: a copy.
+        phases.push_back(runPhase(name, probe, detector, [&, address = url]() -> QString {
             if (!showWebDialog)
                 return module.errorString();
-            return showWebDialog(url.constData(), kSettleMs) == 1
+            return showWebDialog(address.constData(), kSettleMs) == 1
                        ? QString()
                        : QStringLiteral("the dialog was not accepted");
         }));

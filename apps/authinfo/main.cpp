@@ -28,13 +28,29 @@ QString defaultPluginPath()
         .filePath(QStringLiteral("libauthplugin.so"));
 }
 
-} // namespace
-
-int main(int argc, char* argv[])
+// What the command line asks for.
+struct Request
 {
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("authinfo"));
+    QString plugin;
+    bool profileGiven = false; // else the default profile
+    QString profile;
+    QStringList keys;
+    bool account = false;
+    bool diagnostics = false;
+    bool commands = false;
+    QStringList commandNames;
+    bool verbose = false;
 
+    // Nothing chosen: the whole table and every report.
+    bool everything() const
+    {
+        return keys.isEmpty() && !account && !diagnostics && !commands && commandNames.isEmpty();
+    }
+};
+
+// The command line, or the usage and exit for --help and mistakes.
+Request parseCommandLine(const QCoreApplication& app)
+{
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Loads the authorization plug-in as the suite does and prints its answers "
@@ -56,8 +72,6 @@ int main(int argc, char* argv[])
         QStringLiteral("diagnostics"),
         QStringLiteral("Print the cloud client's diagnostics: identity, user agents, data "
                        "directories."));
-    parser.addOption(pluginOption);
-    parser.addOption(profileOption);
     const QCommandLineOption verboseOption(
         {QStringLiteral("v"), QStringLiteral("verbose")},
         QStringLiteral("Also print the debug notices of the plug-in and its helpers."));
@@ -70,49 +84,30 @@ int main(int argc, char* argv[])
                        "print the result, the addresses it opened and the suite user name. "
                        "May be given more than once."),
         QStringLiteral("name"));
-    parser.addOption(accountOption);
-    parser.addOption(diagnosticsOption);
-    parser.addOption(commandsOption);
-    parser.addOption(commandOption);
-    parser.addOption(verboseOption);
+    parser.addOptions({pluginOption, profileOption, accountOption, diagnosticsOption,
+                       commandsOption, commandOption, verboseOption});
     parser.addPositionalArgument(QStringLiteral("key"), QStringLiteral("Information keys to ask."),
                                  QStringLiteral("[key...]"));
     parser.process(app);
-    // Debug notices would interleave with the report on the terminal; the
-    // plug-in's own categories say nothing below warnings unless asked.
-    QLoggingCategory::setFilterRules(parser.isSet(verboseOption)
-                                         ? QStringLiteral("auth.*.debug=true")
-                                         : QStringLiteral("*.debug=false"));
 
-    QTextStream out(stdout);
-    QTextStream err(stderr);
+    Request request;
+    request.plugin = parser.value(pluginOption);
+    request.profileGiven = parser.isSet(profileOption);
+    request.profile = parser.value(profileOption);
+    request.keys = parser.positionalArguments();
+    request.account = parser.isSet(accountOption);
+    request.diagnostics = parser.isSet(diagnosticsOption);
+    request.commands = parser.isSet(commandsOption);
+    request.commandNames = parser.values(commandOption);
+    request.verbose = parser.isSet(verboseOption);
+    return request;
+}
 
-    if (parser.isSet(profileOption)) {
-        QString error;
-        if (!krt::hostcontrol::loadProfile(parser.value(profileOption), &error)) {
-            err << "authinfo: " << error << '\n';
-            return kExitPluginError;
-        }
-    }
-
-    KAuthPluginLoader loader(parser.value(pluginOption));
-    IKAuthorizationHandler* handler = loader.load();
-    if (!handler) {
-        err << "authinfo: cannot use plug-in " << loader.fileName() << ": " << loader.errorString()
-            << '\n';
-        return kExitPluginError;
-    }
-    krt::hostcontrol::setHandler(handler);
-
-    // Nothing chosen: the whole table and every report. Chosen keys,
-    // reports and commands: those alone, keys first, commands last.
-    const QStringList keys = parser.positionalArguments();
-    const bool account = parser.isSet(accountOption);
-    const bool diagnostics = parser.isSet(diagnosticsOption);
-    const bool commands = parser.isSet(commandsOption);
-    const QStringList commandNames = parser.values(commandOption);
-    const bool everything =
-        keys.isEmpty() && !account && !diagnostics && !commands && commandNames.isEmpty();
+// The parts asked for, keys first, commands last, a blank line between
+// two; the exit status.
+int printReports(const Request& request, QTextStream& out)
+{
+    const bool everything = request.everything();
     int status = 0;
     bool first = true;
     const auto section = [&]() {
@@ -120,28 +115,59 @@ int main(int argc, char* argv[])
             out << '\n';
         first = false;
     };
-    if (everything || !keys.isEmpty()) {
+    if (everything || !request.keys.isEmpty()) {
         section();
-        KInfoReport::print(out, keys.isEmpty() ? KInfoReport::defaultKeys() : keys);
+        KInfoReport::print(out, request.keys.isEmpty() ? KInfoReport::defaultKeys() : request.keys);
     }
-    if (everything || account) {
+    if (everything || request.account) {
         section();
         KAccountReport::print(out);
     }
-    if (everything || diagnostics) {
+    if (everything || request.diagnostics) {
         section();
         if (!KDiagnosticsReport::print(out))
             status = kExitDiagnosticsProblem;
     }
-    if (commands) {
+    if (request.commands) {
         section();
         KCommandReport::printClasses(out);
     }
-    for (const QString& name : commandNames) {
+    for (const QString& name : request.commandNames) {
         section();
         KCommandReport::run(out, name);
     }
+    return status;
+}
 
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("authinfo"));
+    const Request request = parseCommandLine(app);
+    // Debug notices would interleave with the report on the terminal; asked
+    // for, the plug-in's and its helpers' show whatever their default.
+    QLoggingCategory::setFilterRules(request.verbose ? QStringLiteral("auth.*.debug=true")
+                                                     : QStringLiteral("*.debug=false"));
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    QString error;
+    if (request.profileGiven && !krt::hostcontrol::loadProfile(request.profile, &error)) {
+        err << "authinfo: " << error << '\n';
+        return kExitPluginError;
+    }
+
+    KAuthPluginLoader loader(request.plugin);
+    IKAuthorizationHandler* handler = loader.load();
+    if (!handler) {
+        err << "authinfo: cannot use plug-in " << loader.fileName() << ": " << loader.errorString()
+            << '\n';
+        return kExitPluginError;
+    }
+    krt::hostcontrol::setHandler(handler);
+    const int status = printReports(request, out);
     krt::hostcontrol::setHandler(nullptr);
     return status;
 }

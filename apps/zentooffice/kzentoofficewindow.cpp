@@ -276,9 +276,6 @@ void KZentoOfficeWindow::showWelcomePage()
     }
     const QUrl url = krt::auth::getInfo(QStringLiteral("Product/Url/LauncherPage")).toUrl();
     QPointer<QDialog> dialog = web->createWebDialog(url, this);
-    // Centred on the window: the dialog draws its own frame, so Qt's
-    // allowance for a window manager's title bar would put it too high.
-    dialog->move(frameGeometry().center() - dialog->rect().center());
     dialog->exec();
     delete dialog;
 }

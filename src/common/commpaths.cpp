@@ -1,4 +1,5 @@
 #include "commpaths.h"
+#include "_createbuiltdirectory.h"
 
 #include "commlogging.h"
 

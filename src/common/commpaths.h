@@ -1,5 +1,7 @@
-#ifndef COMMPATHS_H
-#define COMMPATHS_H
+#ifndef AUTHCOMMON_COMMPATHS_H
+#define AUTHCOMMON_COMMPATHS_H
+
+#include "authcommon_export.h"
 
 #include "commtypes.h"
 
@@ -11,33 +13,29 @@
 namespace Comm {
 
 // The parent of the application's writable data location; not created.
-WideString getAppdataPath();
-WideString getLocalAppdataPath();
+AUTHCOMMON_EXPORT WideString getAppdataPath();
+AUTHCOMMON_EXPORT WideString getLocalAppdataPath();
 
-WideString getNimboAppdataPath();
+AUTHCOMMON_EXPORT WideString getNimboAppdataPath();
 // The flag selects nothing on this platform: both variants are one path.
-WideString getNimboLocalAppdataPath(bool);
-WideString getNimboUserDataRootPath(bool);
-WideString getNimboUpdateRootPath();
-WideString getNimboResourcePath();
+AUTHCOMMON_EXPORT WideString getNimboLocalAppdataPath(bool);
+AUTHCOMMON_EXPORT WideString getNimboUserDataRootPath(bool);
+AUTHCOMMON_EXPORT WideString getNimboUpdateRootPath();
+AUTHCOMMON_EXPORT WideString getNimboResourcePath();
 
-WideString getDeskhivePath();
-WideString getLogPath();
-WideString getDumpPath();
+AUTHCOMMON_EXPORT WideString getDeskhivePath();
+AUTHCOMMON_EXPORT WideString getLogPath();
+AUTHCOMMON_EXPORT WideString getDumpPath();
 
 // The cloud client's installation path is not known on this platform:
 // always empty, so callers cannot build on it.
-WideString getNimboPath();
+AUTHCOMMON_EXPORT WideString getNimboPath();
 
 // True if the directory exists afterwards; missing parents are created.
-bool createDeepDirectory(const WideString& path);
-// createDeepDirectory for the path builders, which return their path
-// whatever happens: the first failure for a directory is logged as a
-// warning naming it and the reason.
-bool _createBuiltDirectory(const WideString& path);
+AUTHCOMMON_EXPORT bool createDeepDirectory(const WideString& path);
 // Whether a file or directory of that name exists; false for null or "".
-bool fileExists(const unsigned short* path);
+AUTHCOMMON_EXPORT bool fileExists(const unsigned short* path);
 
 } // namespace Comm
 
-#endif // COMMPATHS_H
+#endif // AUTHCOMMON_COMMPATHS_H

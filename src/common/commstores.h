@@ -1,5 +1,7 @@
-#ifndef COMMSTORES_H
-#define COMMSTORES_H
+#ifndef AUTHCOMMON_COMMSTORES_H
+#define AUTHCOMMON_COMMSTORES_H
+
+#include "authcommon_export.h"
 
 #include "commtypes.h"
 
@@ -11,26 +13,29 @@
 // rely on.
 namespace Comm {
 
-int readNimboUserInfoRegValue(const WideString& key, unsigned int defaultValue);
-WideString readNimboUserInfoRegValue(const WideString& key, const WideString& defaultValue);
-void writeNimboUserInfoRegValue(const WideString& key, const WideString& value);
-void writeNimboUserInfoRegValue(const WideString& key, unsigned int value);
+AUTHCOMMON_EXPORT int readNimboUserInfoRegValue(const WideString& key, unsigned int defaultValue);
+AUTHCOMMON_EXPORT WideString readNimboUserInfoRegValue(const WideString& key,
+                                                       const WideString& defaultValue);
+AUTHCOMMON_EXPORT void writeNimboUserInfoRegValue(const WideString& key, const WideString& value);
+AUTHCOMMON_EXPORT void writeNimboUserInfoRegValue(const WideString& key, unsigned int value);
 
-WideString readRegStrValue(KHKSoftwareSettings::HKEY root, const WideString& path,
-                           const WideString& name, const WideString& defaultValue);
+AUTHCOMMON_EXPORT WideString readRegStrValue(KHKSoftwareSettings::HKEY root, const WideString& path,
+                                             const WideString& name,
+                                             const WideString& defaultValue);
 // The default only for an empty path or name; 0 for everything else.
-unsigned int readRegNumValue(KHKSoftwareSettings::HKEY root, const WideString& path,
-                             const WideString& name, unsigned int defaultValue);
-bool writeRegStrValue(KHKSoftwareSettings::HKEY root, const WideString& path,
-                      const WideString& name, const WideString& value);
-bool writeRegNumValue(KHKSoftwareSettings::HKEY root, const WideString& path,
-                      const WideString& name, unsigned int value);
+AUTHCOMMON_EXPORT unsigned int readRegNumValue(KHKSoftwareSettings::HKEY root,
+                                               const WideString& path, const WideString& name,
+                                               unsigned int defaultValue);
+AUTHCOMMON_EXPORT bool writeRegStrValue(KHKSoftwareSettings::HKEY root, const WideString& path,
+                                        const WideString& name, const WideString& value);
+AUTHCOMMON_EXPORT bool writeRegNumValue(KHKSoftwareSettings::HKEY root, const WideString& path,
+                                        const WideString& name, unsigned int value);
 
-int getVersionNetwork(int n);
-void getZentoVersionAndChannel(WideString& version, WideString& channel);
-bool checkIsSupportThriftIpc();
-bool checkIsSupportNimboNse();
+AUTHCOMMON_EXPORT int getVersionNetwork(int n);
+AUTHCOMMON_EXPORT void getZentoVersionAndChannel(WideString& version, WideString& channel);
+AUTHCOMMON_EXPORT bool checkIsSupportThriftIpc();
+AUTHCOMMON_EXPORT bool checkIsSupportNimboNse();
 
 } // namespace Comm
 
-#endif // COMMSTORES_H
+#endif // AUTHCOMMON_COMMSTORES_H

@@ -1,5 +1,7 @@
-#ifndef COMMSTRINGS_H
-#define COMMSTRINGS_H
+#ifndef AUTHCOMMON_COMMSTRINGS_H
+#define AUTHCOMMON_COMMSTRINGS_H
+
+#include "authcommon_export.h"
 
 #include "commtypes.h"
 
@@ -8,17 +10,18 @@
 namespace Comm {
 
 // Cuts at the last "/", which goes too; no "/" leaves the string empty.
-void pathRemoveFileSpec(WideString& path);
+AUTHCOMMON_EXPORT void pathRemoveFileSpec(WideString& path);
 // What follows the last "/"; the whole text without one; empty for null.
-WideString getFileName(const unsigned short* path);
+AUTHCOMMON_EXPORT WideString getFileName(const unsigned short* path);
 // Strips trailing, then leading U+0020 in place (tabs and line breaks stay)
 // and returns a copy of the result.
-WideString trimSpace(WideString& text);
+AUTHCOMMON_EXPORT WideString trimSpace(WideString& text);
 // Every occurrence of from, left to right; inserted text is not searched
 // again. An empty from would match everywhere forever: the text comes back
 // unchanged instead.
-WideString Replace(const WideString& src, const WideString& from, const WideString& to);
+AUTHCOMMON_EXPORT WideString Replace(const WideString& src, const WideString& from,
+                                     const WideString& to);
 
 } // namespace Comm
 
-#endif // COMMSTRINGS_H
+#endif // AUTHCOMMON_COMMSTRINGS_H

@@ -1,5 +1,5 @@
-#ifndef COMMTYPES_H
-#define COMMTYPES_H
+#ifndef AUTHCOMMON_COMMTYPES_H
+#define AUTHCOMMON_COMMTYPES_H
 
 #include <string>
 
@@ -10,4 +10,4 @@ using WideString = std::u16string;
 
 } // namespace Comm
 
-#endif // COMMTYPES_H
+#endif // AUTHCOMMON_COMMTYPES_H

@@ -1,5 +1,7 @@
-#ifndef KINGORELONGTIMEDETECTHELPER_H
-#define KINGORELONGTIMEDETECTHELPER_H
+#ifndef AUTHCOMMON_KINGORELONGTIMEDETECTHELPER_H
+#define AUTHCOMMON_KINGORELONGTIMEDETECTHELPER_H
+
+#include "authcommon_export.h"
 
 // Keeps the host from reporting a lengthy operation as a hung event loop:
 // constructed with true, it switches the application's long-blocking
@@ -7,7 +9,7 @@
 // an exception. Constructed with false it does nothing. The application is
 // reached by the method name "ingoreLongTimeBlockDetect" (spelled so by the
 // host); an application without it is left alone.
-class KIngoreLongTimeDetectHelper
+class AUTHCOMMON_EXPORT KIngoreLongTimeDetectHelper
 {
 public:
     explicit KIngoreLongTimeDetectHelper(bool enable);
@@ -19,4 +21,4 @@ private:
     bool m_switchedOff = false;
 };
 
-#endif // KINGORELONGTIMEDETECTHELPER_H
+#endif // AUTHCOMMON_KINGORELONGTIMEDETECTHELPER_H

@@ -1,5 +1,7 @@
-#ifndef QCOMMCLOUDNODES_H
-#define QCOMMCLOUDNODES_H
+#ifndef AUTHCOMMON_QCOMMCLOUDNODES_H
+#define AUTHCOMMON_QCOMMCLOUDNODES_H
+
+#include "authcommon_export.h"
 
 #include <QString>
 
@@ -52,8 +54,8 @@ enum CloudFileNodeType : int {
 // (English for the international edition, Chinese for the domestic one);
 // empty for a kind without a name. The user's roaming name (kind 105) is
 // read once per process.
-QString cloudFileNodeName(CloudFileNodeType type);
+AUTHCOMMON_EXPORT QString cloudFileNodeName(CloudFileNodeType type);
 
 } // namespace QComm
 
-#endif // QCOMMCLOUDNODES_H
+#endif // AUTHCOMMON_QCOMMCLOUDNODES_H

@@ -1,5 +1,7 @@
-#ifndef QCOMMFILETYPES_H
-#define QCOMMFILETYPES_H
+#ifndef AUTHCOMMON_QCOMMFILETYPES_H
+#define AUTHCOMMON_QCOMMFILETYPES_H
+
+#include "authcommon_export.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,26 +12,26 @@
 namespace QComm {
 
 // Read once per process, then copies of the first answer.
-QStringList getZentoOpenAllSupportTypeList();
-QStringList getTabixOpenAllSupportTypeList();
-QStringList getSlidexOpenAllSupportTypeList();
+AUTHCOMMON_EXPORT QStringList getZentoOpenAllSupportTypeList();
+AUTHCOMMON_EXPORT QStringList getTabixOpenAllSupportTypeList();
+AUTHCOMMON_EXPORT QStringList getSlidexOpenAllSupportTypeList();
 // Read anew on every call.
-QStringList getPdfOpenAllSupportType();
+AUTHCOMMON_EXPORT QStringList getPdfOpenAllSupportType();
 
 // The functions below keep their own copies of the lists, taken on their
 // first call; later changes of the stored lists do not reach them.
 
 // Note the order: the presentation list comes before the spreadsheet list.
-void getZentoSupportList(QStringList& zento, QStringList& slidex, QStringList& tabix,
-                         QStringList& pdf);
+AUTHCOMMON_EXPORT void getZentoSupportList(QStringList& zento, QStringList& slidex,
+                                           QStringList& tabix, QStringList& pdf);
 // "zento", "tabix", "slidex" or "pdf", the first whose list holds the
 // suffix (letter case ignored); empty when none does.
-QString getAppTypeBySuffix(const QString& suffix);
+AUTHCOMMON_EXPORT QString getAppTypeBySuffix(const QString& suffix);
 // Whether application appType opens suffix; "nimbo" stands for any of the
 // four. Letter case is ignored in both.
-bool checkIsZentoSupport(const QString& appType, const QString& suffix);
-bool checkIsVexSupport(const QString& suffix);
+AUTHCOMMON_EXPORT bool checkIsZentoSupport(const QString& appType, const QString& suffix);
+AUTHCOMMON_EXPORT bool checkIsVexSupport(const QString& suffix);
 
 } // namespace QComm
 
-#endif // QCOMMFILETYPES_H
+#endif // AUTHCOMMON_QCOMMFILETYPES_H

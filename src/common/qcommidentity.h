@@ -1,5 +1,7 @@
-#ifndef QCOMMIDENTITY_H
-#define QCOMMIDENTITY_H
+#ifndef AUTHCOMMON_QCOMMIDENTITY_H
+#define AUTHCOMMON_QCOMMIDENTITY_H
+
+#include "authcommon_export.h"
 
 #include <QString>
 #include <QVariant>
@@ -11,42 +13,43 @@ namespace QComm {
 
 // "UUID-" and an upper-case UUID, made once and kept in the per-user store
 // for every later process.
-QString deviceID();
+AUTHCOMMON_EXPORT QString deviceID();
 // A fresh random UUID as 32 lower-case hexadecimal digits.
-QString createUuid();
+AUTHCOMMON_EXPORT QString createUuid();
 
 // A Windows-style language identifier; 2052 when nothing is configured.
-int langID();
+AUTHCOMMON_EXPORT int langID();
 // A value of the setup file cfgs/setup.cfg beside the application.
-QVariant getNimboCfgsValue(const QString& key, const QVariant& defaultValue);
+AUTHCOMMON_EXPORT QVariant getNimboCfgsValue(const QString& key, const QVariant& defaultValue);
 
-QString zentoUUID();
-QString zentoHDID();
-QString zentoGUID();
+AUTHCOMMON_EXPORT QString zentoUUID();
+AUTHCOMMON_EXPORT QString zentoHDID();
+AUTHCOMMON_EXPORT QString zentoGUID();
 // The suite's version; an unknown one ("0.0.0.0") reads as "8.1.0.X".
-QString zentoVersion();
-QString nimboVersion();
-QString zentoDistSrc();
-QString zentoInstallPath();
+AUTHCOMMON_EXPORT QString zentoVersion();
+AUTHCOMMON_EXPORT QString nimboVersion();
+AUTHCOMMON_EXPORT QString zentoDistSrc();
+AUTHCOMMON_EXPORT QString zentoInstallPath();
 
-QString userLevel();
-void setUserLevel(const QString& level);
+AUTHCOMMON_EXPORT QString userLevel();
+AUTHCOMMON_EXPORT void setUserLevel(const QString& level);
 
 // "macOS <version>" on macOS, "Linux <distribution version>" on Linux.
-QString getOperationVersion();
+AUTHCOMMON_EXPORT QString getOperationVersion();
 
 // Built by the first call and returned by every later one, whatever the
 // later arguments are.
-QString getWebKitUserAgent(bool nimboPrefix, const QString& language, const QString& webKitVersion);
+AUTHCOMMON_EXPORT QString getWebKitUserAgent(bool nimboPrefix, const QString& language,
+                                             const QString& webKitVersion);
 // The host's user agent, fetched once it has one; the argument is unused.
-QString getUserAgent(const QString& unused = QString());
+AUTHCOMMON_EXPORT QString getUserAgent(const QString& unused = QString());
 
 // Not available on this platform: each logs a warning and returns "".
-QString userComputerName();
-QString vexlaunchPath();
-QString photolaunchPath();
-QString zentoCenterPath();
+AUTHCOMMON_EXPORT QString userComputerName();
+AUTHCOMMON_EXPORT QString vexlaunchPath();
+AUTHCOMMON_EXPORT QString photolaunchPath();
+AUTHCOMMON_EXPORT QString zentoCenterPath();
 
 } // namespace QComm
 
-#endif // QCOMMIDENTITY_H
+#endif // AUTHCOMMON_QCOMMIDENTITY_H

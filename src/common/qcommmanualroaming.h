@@ -1,5 +1,7 @@
-#ifndef QCOMMMANUALROAMING_H
-#define QCOMMMANUALROAMING_H
+#ifndef AUTHCOMMON_QCOMMMANUALROAMING_H
+#define AUTHCOMMON_QCOMMMANUALROAMING_H
+
+#include "authcommon_export.h"
 
 #include <QLatin1String>
 #include <QString>
@@ -16,11 +18,11 @@ inline const QLatin1String MANUAL_ROAMING_CONFIG_FILE("manualroaming.ini");
 
 // The marked paths, each once; keys that do not decode to UTF-8 text are
 // skipped. Edits keep every key but those a damaged file left behind.
-QStringList getManualRoamingFiles(const QString& dir);
+AUTHCOMMON_EXPORT QStringList getManualRoamingFiles(const QString& dir);
 // Marks file now; marking it again renews the time.
-void addManualRoamingFiles(const QString& dir, const QString& file);
-void delManualRoamingFiles(const QString& dir, const QString& file);
+AUTHCOMMON_EXPORT void addManualRoamingFiles(const QString& dir, const QString& file);
+AUTHCOMMON_EXPORT void delManualRoamingFiles(const QString& dir, const QString& file);
 
 } // namespace QComm
 
-#endif // QCOMMMANUALROAMING_H
+#endif // AUTHCOMMON_QCOMMMANUALROAMING_H

@@ -1,5 +1,7 @@
-#ifndef QCOMMOPENFILE_H
-#define QCOMMOPENFILE_H
+#ifndef AUTHCOMMON_QCOMMOPENFILE_H
+#define AUTHCOMMON_QCOMMOPENFILE_H
+
+#include "authcommon_export.h"
 
 #include <QString>
 
@@ -11,15 +13,15 @@ namespace QComm {
 // Hands the document to the suite as a "vexnimbo://type=open&..." address
 // with the file name in Base64. True when the command FAILED; false when it
 // ran, and also when there was no bundle and nothing ran.
-bool openFileByVex(const QString& fileId, const QString& fileName);
+AUTHCOMMON_EXPORT bool openFileByVex(const QString& fileId, const QString& fileName);
 // Hands path to the suite as it is. True when the command FAILED.
-bool openFileByLaunchExe(const QString& path);
+AUTHCOMMON_EXPORT bool openFileByLaunchExe(const QString& path);
 
 // The command lines the two functions above run, in the form
 // open -a "<bundle>" "<target>"; empty where they would run nothing.
-QString openFileByVexCommand(const QString& fileId, const QString& fileName);
-QString openFileByLaunchExeCommand(const QString& path);
+AUTHCOMMON_EXPORT QString openFileByVexCommand(const QString& fileId, const QString& fileName);
+AUTHCOMMON_EXPORT QString openFileByLaunchExeCommand(const QString& path);
 
 } // namespace QComm
 
-#endif // QCOMMOPENFILE_H
+#endif // AUTHCOMMON_QCOMMOPENFILE_H

@@ -1,5 +1,6 @@
 #include "qcommpaths.h"
 
+#include "_createbuiltdirectory.h"
 #include "commpaths.h"
 #include "qcommidentity.h"
 #include "qcommstores.h"

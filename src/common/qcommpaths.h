@@ -1,5 +1,7 @@
-#ifndef QCOMMPATHS_H
-#define QCOMMPATHS_H
+#ifndef AUTHCOMMON_QCOMMPATHS_H
+#define AUTHCOMMON_QCOMMPATHS_H
+
+#include "authcommon_export.h"
 
 #include <QString>
 
@@ -9,21 +11,21 @@
 namespace QComm {
 
 // True if the directory exists afterwards; missing parents are created.
-bool makeDeepPath(const QString& path);
+AUTHCOMMON_EXPORT bool makeDeepPath(const QString& path);
 
 // Both roots, computed (and created) on first use and kept for the process.
-void getUserDataRootPath(QString& oldRoot, QString& newRoot);
+AUTHCOMMON_EXPORT void getUserDataRootPath(QString& oldRoot, QString& newRoot);
 
 // Whether this installation uses the new layout: the user-info marker
 // "zentocloudfiles" is 1 and the suite is newer than 9.1.0.4817.
-bool isNewUserData();
+AUTHCOMMON_EXPORT bool isNewUserData();
 
 // Whether path lies below either root (anywhere in it, in any letter case).
-bool isInUserDataRootPath(const QString& path);
+AUTHCOMMON_EXPORT bool isInUserDataRootPath(const QString& path);
 
 // The icon cache of the layout in force, in native separators, created.
-QString getNimboIconCachePath();
+AUTHCOMMON_EXPORT QString getNimboIconCachePath();
 
 } // namespace QComm
 
-#endif // QCOMMPATHS_H
+#endif // AUTHCOMMON_QCOMMPATHS_H

@@ -1,5 +1,5 @@
-#ifndef QCOMMSTOREPATHS_H
-#define QCOMMSTOREPATHS_H
+#ifndef AUTHCOMMON_QCOMMSTOREPATHS_H
+#define AUTHCOMMON_QCOMMSTOREPATHS_H
 
 #include <QLatin1String>
 
@@ -17,4 +17,4 @@ inline const QLatin1String kNimboNseStorePath("Corvane\\ZentoCloud\\Nse");
 
 } // namespace QComm
 
-#endif // QCOMMSTOREPATHS_H
+#endif // AUTHCOMMON_QCOMMSTOREPATHS_H

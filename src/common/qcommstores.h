@@ -1,5 +1,7 @@
-#ifndef QCOMMSTORES_H
-#define QCOMMSTORES_H
+#ifndef AUTHCOMMON_QCOMMSTORES_H
+#define AUTHCOMMON_QCOMMSTORES_H
+
+#include "authcommon_export.h"
 
 #include <QString>
 #include <QVariant>
@@ -10,37 +12,42 @@
 // the per-user root. Each call opens the store, does one thing and closes it.
 namespace QComm {
 
-QString readOldNimboRegValue(const QString& key, const QVariant& defaultValue);
+AUTHCOMMON_EXPORT QString readOldNimboRegValue(const QString& key, const QVariant& defaultValue);
 
-QString readNimboRegValue(const QString& key, const QVariant& defaultValue);
-void writeNimboRegValue(const QString& key, const QVariant& value);
-QString readNimboRegValue(const QString& group, const QString& key, const QVariant& defaultValue);
-void writeNimboRegValue(const QString& group, const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readNimboRegValue(const QString& key, const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeNimboRegValue(const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readNimboRegValue(const QString& group, const QString& key,
+                                            const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeNimboRegValue(const QString& group, const QString& key,
+                                          const QVariant& value);
 
-QString readNimboUserInfoRegValue(const QString& key, const QVariant& defaultValue);
-void writeNimboUserInfoRegValue(const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readNimboUserInfoRegValue(const QString& key,
+                                                    const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeNimboUserInfoRegValue(const QString& key, const QVariant& value);
 // Removes from the native settings file named after the user-info path, not
 // from the store the two functions above use.
-void removeNimboUserInfoRegValue(const QString& key);
+AUTHCOMMON_EXPORT void removeNimboUserInfoRegValue(const QString& key);
 
 // These two fall back to the machine-wide root when the per-user text is empty.
-QString readZentoCommonRegValue(const QString& key, const QVariant& defaultValue);
-void writeZentoCommonRegValue(const QString& key, const QVariant& value);
-QString readDeskhiveRegValue(const QString& key, const QVariant& defaultValue);
-void writeDeskhiveRegValue(const QString& key, const QVariant& value);
-QString readDeskhiveRegValue(const QString& group, const QString& key,
-                             const QVariant& defaultValue);
-void writeDeskhiveRegValue(const QString& group, const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readZentoCommonRegValue(const QString& key, const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeZentoCommonRegValue(const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readDeskhiveRegValue(const QString& key, const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeDeskhiveRegValue(const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readDeskhiveRegValue(const QString& group, const QString& key,
+                                               const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeDeskhiveRegValue(const QString& group, const QString& key,
+                                             const QVariant& value);
 
-QString readNimboCloudDiskRegValue(const QString& key, const QVariant& defaultValue);
-void writeNimboCloudDiskRegValue(const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readNimboCloudDiskRegValue(const QString& key,
+                                                     const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeNimboCloudDiskRegValue(const QString& key, const QVariant& value);
 
-QString readNimboNseRegValue(const QString& key, const QVariant& defaultValue);
-void writeNimboNseRegValue(const QString& key, const QVariant& value);
+AUTHCOMMON_EXPORT QString readNimboNseRegValue(const QString& key, const QVariant& defaultValue);
+AUTHCOMMON_EXPORT void writeNimboNseRegValue(const QString& key, const QVariant& value);
 
 // "/group/key", for values kept in a file-based settings object instead.
-QString makeIniKey(const QString& group, const QString& key);
+AUTHCOMMON_EXPORT QString makeIniKey(const QString& group, const QString& key);
 
 } // namespace QComm
 
-#endif // QCOMMSTORES_H
+#endif // AUTHCOMMON_QCOMMSTORES_H

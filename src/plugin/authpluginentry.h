@@ -1,5 +1,5 @@
-#ifndef AUTHPLUGINENTRY_H
-#define AUTHPLUGINENTRY_H
+#ifndef AUTHPLUGIN_AUTHPLUGINENTRY_H
+#define AUTHPLUGIN_AUTHPLUGINENTRY_H
 
 #include "kxauthglobal.h"
 
@@ -9,4 +9,4 @@ class IKAuthorizationHandler;
 // handler, created on the first; the host must not delete it.
 extern "C" KXAUTH_EXPORT IKAuthorizationHandler* GetAuthorizationHandler();
 
-#endif // AUTHPLUGINENTRY_H
+#endif // AUTHPLUGIN_AUTHPLUGINENTRY_H

@@ -8,6 +8,17 @@
 #include <vexlite/kshellapplicaitons.h>
 #include <vexlite/kshellapplication.h>
 
+struct KNetworkStateMonitor::Private
+{
+#ifdef AUTH_LAYOUT_PROBE
+    // Another private layout, for the package test's library of it.
+    char layoutProbe[256] = {};
+#endif
+    bool networkAvailable = true;
+    bool lastLoginStatus = false;    // signed in before the latest change
+    bool currentLoginStatus = false; // signed in now
+};
+
 KNetworkStateMonitor* KNetworkStateMonitor::instance()
 {
     static KNetworkStateMonitor monitor;
@@ -15,6 +26,7 @@ KNetworkStateMonitor* KNetworkStateMonitor::instance()
 }
 
 KNetworkStateMonitor::KNetworkStateMonitor()
+    : d(std::make_unique<Private>())
 {
     if (INimboClient* client = KDeskhiveLib::instance()->nimboClientInstance())
         connect(client, SIGNAL(LoginStatusChange()), this, SLOT(onLoginStatusChanged()));
@@ -24,25 +36,25 @@ KNetworkStateMonitor::~KNetworkStateMonitor() = default;
 
 void KNetworkStateMonitor::setLastLoginStatus(bool logined)
 {
-    lastLoginStatus = logined;
+    d->lastLoginStatus = logined;
 }
 
 void KNetworkStateMonitor::setNetworkAvailable(bool available)
 {
-    if (available == networkAvailable)
+    if (available == d->networkAvailable)
         return;
-    networkAvailable = available;
+    d->networkAvailable = available;
     emit notifyNetworkStatus(available);
 }
 
 bool KNetworkStateMonitor::isLogoutDuetoOffLine()
 {
-    return lastLoginStatus && !currentLoginStatus && !networkAvailable;
+    return d->lastLoginStatus && !d->currentLoginStatus && !d->networkAvailable;
 }
 
 bool KNetworkStateMonitor::isNimboOffLineMode()
 {
-    return lastLoginStatus && !networkAvailable;
+    return d->lastLoginStatus && !d->networkAvailable;
 }
 
 bool KNetworkStateMonitor::checkNetworkStatus()
@@ -52,8 +64,10 @@ bool KNetworkStateMonitor::checkNetworkStatus()
 
 void KNetworkStateMonitor::onLoginStatusChanged()
 {
-    lastLoginStatus = currentLoginStatus;
+    d->lastLoginStatus = d->currentLoginStatus;
     IKAccountService* account = kxActiveAccountService();
-    currentLoginStatus = account && account->getUserInfo().logined();
-    networkAvailable = true;
+    d->currentLoginStatus = account && account->getUserInfo().logined();
+    // The client reached its service, so the network is there; listeners
+    // hear of its return as they heard of its loss.
+    setNetworkAvailable(true);
 }

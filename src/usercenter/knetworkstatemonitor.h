@@ -1,9 +1,11 @@
-#ifndef KNETWORKSTATEMONITOR_H
-#define KNETWORKSTATEMONITOR_H
+#ifndef AUTHPLUGIN_KNETWORKSTATEMONITOR_H
+#define AUTHPLUGIN_KNETWORKSTATEMONITOR_H
 
 #include "kxauthglobal.h"
 
 #include <QObject>
+
+#include <memory>
 
 // Remembers whether the user was signed in before the latest login-status
 // change of the cloud client and whether the network is usable, so that the
@@ -13,7 +15,8 @@
 //
 // The network flag is driven from outside: the suite's cloud module calls
 // setNetworkAvailable() when it loses or regains the network. A
-// login-status change counts as proof that the network answered.
+// login-status change counts as proof that the network answered, and is
+// announced as the network coming back when it had gone.
 class KXAUTH_EXPORT KNetworkStateMonitor : public QObject
 {
     Q_OBJECT
@@ -45,9 +48,10 @@ private:
     KNetworkStateMonitor();
     ~KNetworkStateMonitor() override;
 
-    bool networkAvailable = true;
-    bool lastLoginStatus = false;
-    bool currentLoginStatus = false;
+    // The flags live here, so that they can change without changing the
+    // class modules are built against.
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
-#endif // KNETWORKSTATEMONITOR_H
+#endif // AUTHPLUGIN_KNETWORKSTATEMONITOR_H

@@ -1,5 +1,5 @@
-#ifndef KXOPENURL_H
-#define KXOPENURL_H
+#ifndef AUTHPLUGIN_KXOPENURL_H
+#define AUTHPLUGIN_KXOPENURL_H
 
 #include "kxauthglobal.h"
 
@@ -20,4 +20,4 @@ KXAUTH_EXPORT void kxOpenAutoLoginUrl(const QString& url);
 // other kind opens nothing.
 KXAUTH_EXPORT void kxNimboOpenStoreUrl(STORE_URL_TYPE kind);
 
-#endif // KXOPENURL_H
+#endif // AUTHPLUGIN_KXOPENURL_H

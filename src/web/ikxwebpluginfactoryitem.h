@@ -1,5 +1,7 @@
-#ifndef IKXWEBPLUGINFACTORYITEM_H
-#define IKXWEBPLUGINFACTORYITEM_H
+#ifndef AUTHPLUGIN_IKXWEBPLUGINFACTORYITEM_H
+#define AUTHPLUGIN_IKXWEBPLUGINFACTORYITEM_H
+
+#include "kxauthglobal.h"
 
 #include <QWebPluginFactory>
 
@@ -10,7 +12,7 @@ class QUrl;
 // type="...">), registered with a KxWebPluginFactoryItemRegister. The two
 // operations keep their slot order; the register deletes the item through
 // this interface, so the destructor is virtual and comes after them.
-class IKxWebPluginFactoryItem
+class KXAUTH_EXPORT IKxWebPluginFactoryItem
 {
 public:
     // The object for an embedded element of one of the mime types plugin()
@@ -24,4 +26,4 @@ public:
     virtual ~IKxWebPluginFactoryItem() = default;
 };
 
-#endif // IKXWEBPLUGINFACTORYITEM_H
+#endif // AUTHPLUGIN_IKXWEBPLUGINFACTORYITEM_H

@@ -1,10 +1,10 @@
 #include "kxwebdlg.h"
 
-#include "kxauthwebpage.h"
 #include "kxauthwebview.h"
 #include "kxopenexternalurl.h"
 #include "kxwebbridgeorigins.h"
 #include "kxwebdlgbridge.h"
+#include "kxwebdlgengine.h"
 #include "weblogging.h"
 
 #include <deskhive/nimboclient.h>
@@ -25,12 +25,11 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QTimer>
 #include <QUrlQuery>
 #include <QVBoxLayout>
-#include <QWebFrame>
-#include <QWebSecurityOrigin>
 
 #include <memory>
 
@@ -84,62 +83,109 @@ int boundedLength(int length, int margins)
 
 } // namespace
 
+struct KxWebDlg::Private
+{
+#ifdef AUTH_LAYOUT_PROBE
+    // Another private layout, for the package test's library of it.
+    char layoutProbe[256] = {};
+#endif
+    QUrl url;
+    QUrl fallbackUrl;
+    KxWebDlgEngine* engine = nullptr; // a child of the dialog
+    QString expId;
+    QString expVar;
+    QTimer* loadTimer = nullptr;
+    QEventLoop* loadLoop = nullptr;
+    bool shown = false;
+    int result = 0; // of the last modal run
+    QString onCloseCallback;
+    QString onEscPressCallback;
+    QString onLoginSuccess;
+    QPointer<KxWebDlgBridge> bridge;
+
+    // Runs the modal run once, inside the slot that calls it; its result
+    // ends exec().
+    void startModalRun(KxWebDlg* dialog);
+    // Runs a callback expression in the page: true when it answers 1.
+    bool callbackAnswersOne(const QString& script);
+};
+
+void KxWebDlg::Private::startModalRun(KxWebDlg* dialog)
+{
+    if (shown)
+        return;
+    shown = true;
+    result = dialog->KxNimboCustomFrameDlg::exec();
+    loadLoop->exit(result);
+}
+
+bool KxWebDlg::Private::callbackAnswersOne(const QString& script)
+{
+    // Callbacks were set through the bridge; a page that has none cannot
+    // run them, nor keep the dialog open with them.
+    if (!KxWebBridgeOrigins::admits(engine->url(), url, fallbackUrl))
+        return false;
+    const QVariant answer = engine->evaluate(script);
+    return !answer.isNull() && answer.toInt() == 1;
+}
+
 KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
     : KxNimboCustomFrameDlg(parent)
-    , m_url(url)
-    , m_fallbackUrl(fallbackUrl)
+    , d(std::make_unique<Private>())
 {
+    d->url = url;
+    d->fallbackUrl = fallbackUrl;
     setTitleIcon(QPixmap(QStringLiteral("res:/images/logo.png")));
     setTitleColor(QColor(QStringLiteral("#6C7079")));
 
-    m_webView = new KxAuthWebView(this);
-    m_webPage = new KxAuthWebPage(m_webView);
-    m_webView->setPage(m_webPage);
-    m_loadTimer = new QTimer(this);
-    m_loadLoop = new QEventLoop(this);
+    d->engine = KxWebDlgEngine::create(this);
+    d->loadTimer = new QTimer(this);
+    d->loadLoop = new QEventLoop(this);
 
     auto* layout = new QVBoxLayout;
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_webView);
+    layout->addWidget(d->engine->view());
     setLayout(layout);
 
-    m_webView->setContextMenuPolicy(Qt::NoContextMenu);
-    m_webView->page()->setLinkDelegationPolicy(QWebPage::DelegateAllLinks);
-
-    QUrlQuery query(m_url);
+    QUrlQuery query(d->url);
     query.addQueryItem(QStringLiteral("distsrc"), KDcInfoC::getMC());
     query.addQueryItem(QStringLiteral("lang"), krt::i18n::language(1));
     query.addQueryItem(QStringLiteral("version"), KDcInfoC::getVersion());
     query.addQueryItem(QStringLiteral("hId"), krt::info::installHdId());
-    m_url.setQuery(query);
+    d->url.setQuery(query);
 
     resize(600, 300);
 
-    connect(m_webView, SIGNAL(linkClicked(const QUrl&)), this, SLOT(on_linkClicked(const QUrl&)));
-    connect(m_webPage->mainFrame(), SIGNAL(javaScriptWindowObjectCleared()), this,
-            SLOT(populateJavaScriptWindowObject()));
-    connect(m_webView, SIGNAL(titleChanged(const QString&)), this,
-            SLOT(setWindowTitle(const QString&)));
-    connect(m_webView, SIGNAL(loadFinished(bool)), this, SLOT(on_loadFinished(bool)));
-    connect(m_loadTimer, SIGNAL(timeout()), this, SLOT(on_loadTimedOut()));
+    connect(d->engine, &KxWebDlgEngine::linkClicked, this, &KxWebDlg::on_linkClicked);
+    connect(d->engine, &KxWebDlgEngine::scriptWorldCleared, this,
+            &KxWebDlg::populateJavaScriptWindowObject);
+    // The dialog's title follows the page's.
+    connect(d->engine, &KxWebDlgEngine::titleChanged, this, &QWidget::setWindowTitle);
+    connect(d->engine, &KxWebDlgEngine::loadFinished, this, &KxWebDlg::on_loadFinished);
+    connect(d->loadTimer, &QTimer::timeout, this, &KxWebDlg::on_loadTimedOut);
 }
 
-KxWebDlg::~KxWebDlg() = default;
+// The view may still report on a load while the widgets go, after the
+// private part: nothing of the engine reaches the dialog from here on.
+KxWebDlg::~KxWebDlg()
+{
+    disconnect(d->engine, nullptr, this, nullptr);
+}
 
 int KxWebDlg::exec()
 {
     // Every exec() shows the dialog once; without this a second call would
     // wait for ever.
-    m_shown = false;
-    qCDebug(lcAuthWeb, "loading %s", qUtf8Printable(m_url.toDisplayString()));
-    m_webView->setUrl(m_url);
-    // Some addresses (an empty one) finish within setUrl: the modal run has
-    // already happened, before the waiting loop could run.
-    if (m_shown)
-        return m_result;
-    m_loadTimer->setSingleShot(true);
-    m_loadTimer->start(kLoadWaitMs);
-    return m_loadLoop->exec(QEventLoop::ExcludeUserInputEvents);
+    d->shown = false;
+    qCDebug(lcAuthWeb, "loading %s", qUtf8Printable(d->url.toDisplayString()));
+    d->engine->load(d->url);
+    // Some addresses (an empty one) finish within the load: the modal run
+    // has already happened, before the waiting loop could run.
+    if (d->shown)
+        return d->result;
+    d->loadTimer->setSingleShot(true);
+    d->loadTimer->start(kLoadWaitMs);
+    return d->loadLoop->exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 void KxWebDlg::resize(int contentWidth, int contentHeight)
@@ -155,7 +201,7 @@ void KxWebDlg::resize(int contentWidth, int contentHeight)
     // view's first size and be laid out again when the dialog shows: give
     // the page the size it will have.
     if (!isVisible())
-        m_webView->page()->setViewportSize(content);
+        d->engine->setViewportSize(content);
     const QRect old = geometry();
     // Not placed yet: the window system centres it when it shows.
     if (old.topLeft() == QPoint(0, 0)) {
@@ -199,20 +245,20 @@ void KxWebDlg::set(const QString& key, const QString& value)
 
 void KxWebDlg::experiment(const QString& expId, const QString& expVar)
 {
-    m_expId = expId;
-    m_expVar = expVar;
+    d->expId = expId;
+    d->expVar = expVar;
 }
 
 void KxWebDlg::postEvent(const QString& eventName, const QString& eventCategory,
                          const QString& eventLable, int eventValue, const QString& viewName)
 {
-    krt::infocollect::collectExpEvent(m_expId, m_expVar, eventName, eventCategory, eventLable,
+    krt::infocollect::collectExpEvent(d->expId, d->expVar, eventName, eventCategory, eventLable,
                                       eventValue, viewName);
 }
 
 void KxWebDlg::postPageView(const QString& viewName, const QString& viewCategory)
 {
-    krt::infocollect::collectExpView(m_expId, m_expVar, viewName, viewCategory);
+    krt::infocollect::collectExpView(d->expId, d->expVar, viewName, viewCategory);
 }
 
 QString KxWebDlg::distSrc()
@@ -276,7 +322,7 @@ bool KxWebDlg::isFileExist(const QString& file)
 
 void KxWebDlg::login(const QString& onSuccess)
 {
-    m_onLoginSuccess = onSuccess;
+    d->onLoginSuccess = onSuccess;
     INimboClient* client = KDeskhiveLib::instance()->nimboClientInstance();
     if (!client)
         return;
@@ -332,13 +378,13 @@ bool KxWebDlg::isSupportWindowOpen()
 void KxWebDlg::setOnCloseCallback(const QString& callback)
 {
     if (!callback.isNull())
-        m_onCloseCallback = callback;
+        d->onCloseCallback = callback;
 }
 
 void KxWebDlg::setOnEscPressCallback(const QString& callback)
 {
     if (!callback.isNull())
-        m_onEscPressCallback = callback;
+        d->onEscPressCallback = callback;
 }
 
 void KxWebDlg::on_linkClicked(const QUrl& url)
@@ -348,50 +394,45 @@ void KxWebDlg::on_linkClicked(const QUrl& url)
 
 void KxWebDlg::populateJavaScriptWindowObject()
 {
-    QWebFrame* frame = m_webPage->mainFrame();
-    const QUrl page = frame->url();
-    // The document must be the one the address names, too: while a new
-    // load replaces the old document the frame still names the old address.
-    const QWebSecurityOrigin origin = frame->securityOrigin();
-    if (origin.scheme() != page.scheme() || origin.host() != page.host() ||
-        !KxWebBridgeOrigins::admits(page, m_url, m_fallbackUrl)) {
-        qCDebug(lcAuthWeb, "no bridge for %s", qUtf8Printable(page.toDisplayString()));
+    const QUrl page = d->engine->documentUrl();
+    if (page.isEmpty() || !KxWebBridgeOrigins::admits(page, d->url, d->fallbackUrl)) {
+        qCDebug(lcAuthWeb, "no bridge for %s", qUtf8Printable(d->engine->url().toDisplayString()));
         return;
     }
-    if (!m_bridge)
-        m_bridge = new KxWebDlgBridge(this);
-    frame->addToJavaScriptWindowObject(QLatin1String(kBridgeName), m_bridge);
+    if (!d->bridge)
+        d->bridge = new KxWebDlgBridge(this);
+    d->engine->publish(QLatin1String(kBridgeName), d->bridge);
 }
 
 void KxWebDlg::on_loadFinished(bool ok)
 {
-    if (!ok && !m_fallbackUrl.isEmpty() && m_webView->url() != m_fallbackUrl) {
+    if (!ok && !d->fallbackUrl.isEmpty() && d->engine->url() != d->fallbackUrl) {
         qCDebug(lcAuthWeb, "%s failed, loading %s",
-                qUtf8Printable(m_webView->url().toDisplayString()),
-                qUtf8Printable(m_fallbackUrl.toDisplayString()));
-        m_webView->setUrl(m_fallbackUrl);
+                qUtf8Printable(d->engine->url().toDisplayString()),
+                qUtf8Printable(d->fallbackUrl.toDisplayString()));
+        d->engine->load(d->fallbackUrl);
         return;
     }
-    m_loadTimer->stop();
-    startModalRun();
+    d->loadTimer->stop();
+    d->startModalRun(this);
 }
 
 void KxWebDlg::on_loadTimedOut()
 {
     qCDebug(lcAuthWeb, "still loading after %d ms, showing the dialog", kLoadWaitMs);
-    startModalRun();
+    d->startModalRun(this);
 }
 
 void KxWebDlg::on_LoginStatusChange()
 {
-    if (!m_onLoginSuccess.isEmpty() && isLogined())
-        callbackAnswersOne(QStringLiteral("(") + m_onLoginSuccess + QStringLiteral(")()"));
+    if (!d->onLoginSuccess.isEmpty() && isLogined())
+        d->callbackAnswersOne(QStringLiteral("(") + d->onLoginSuccess + QStringLiteral(")()"));
 }
 
 void KxWebDlg::closeEvent(QCloseEvent* event)
 {
-    if (!m_onCloseCallback.isEmpty() &&
-        callbackAnswersOne(QStringLiteral("(") + m_onCloseCallback + QStringLiteral(")()"))) {
+    if (!d->onCloseCallback.isEmpty() &&
+        d->callbackAnswersOne(QStringLiteral("(") + d->onCloseCallback + QStringLiteral(")()"))) {
         event->ignore();
         return;
     }
@@ -406,31 +447,10 @@ void KxWebDlg::keyPressEvent(QKeyEvent* event)
     }
     // No parentheses around the callback here, unlike the close callback:
     // pages name a function ("onEsc"), and they rely on this form.
-    if (!m_onEscPressCallback.isEmpty() &&
-        callbackAnswersOne(m_onEscPressCallback + QStringLiteral("()"))) {
+    if (!d->onEscPressCallback.isEmpty() &&
+        d->callbackAnswersOne(d->onEscPressCallback + QStringLiteral("()"))) {
         event->ignore();
         return;
     }
     reject();
-}
-
-void KxWebDlg::startModalRun()
-{
-    if (m_shown)
-        return;
-    m_shown = true;
-    // The modal run happens here, inside the slot; its result ends exec().
-    m_result = KxNimboCustomFrameDlg::exec();
-    m_loadLoop->exit(m_result);
-}
-
-bool KxWebDlg::callbackAnswersOne(const QString& script)
-{
-    // Callbacks were set through the bridge; a page that has none cannot
-    // run them, nor keep the dialog open with them.
-    QWebFrame* frame = m_webPage->mainFrame();
-    if (!KxWebBridgeOrigins::admits(frame->url(), m_url, m_fallbackUrl))
-        return false;
-    const QVariant result = frame->evaluateJavaScript(script);
-    return !result.isNull() && result.toInt() == 1;
 }

@@ -1,18 +1,13 @@
-#ifndef KXWEBDLG_H
-#define KXWEBDLG_H
+#ifndef AUTHPLUGIN_KXWEBDLG_H
+#define AUTHPLUGIN_KXWEBDLG_H
 
 #include <kxauthglobal.h>
 #include <kxnimbocustomframedlg.h>
 
-#include <QPointer>
 #include <QString>
 #include <QUrl>
 
-class KxAuthWebPage;
-class KxAuthWebView;
-class KxWebDlgBridge;
-class QEventLoop;
-class QTimer;
+#include <memory>
 
 // A modal dialog that shows one web page in the library's frame dialog and
 // offers the page a script bridge, "zentoctx": page script sizes, moves and
@@ -35,6 +30,10 @@ class QTimer;
 // The bridge methods are virtual, so a derived dialog can change single
 // operations; the page reaches them through a bridge object that offers
 // exactly these methods and nothing else of the dialog.
+//
+// Everything else the dialog keeps, the web engine's view and page among
+// them, lives in its private part: modules built against this header keep
+// working when that changes, and no web engine type appears here.
 class KXAUTH_EXPORT KxWebDlg : public KxNimboCustomFrameDlg
 {
     Q_OBJECT
@@ -96,24 +95,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void startModalRun();
-    // Runs a callback expression in the page: true when it answers 1.
-    bool callbackAnswersOne(const QString& script);
-
-    QUrl m_url;
-    QUrl m_fallbackUrl;
-    KxAuthWebView* m_webView;
-    KxAuthWebPage* m_webPage;
-    QString m_expId;
-    QString m_expVar;
-    QTimer* m_loadTimer;
-    QEventLoop* m_loadLoop;
-    bool m_shown = false;
-    int m_result = 0; // of the last modal run
-    QString m_onCloseCallback;
-    QString m_onEscPressCallback;
-    QString m_onLoginSuccess;
-    QPointer<KxWebDlgBridge> m_bridge;
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
-#endif // KXWEBDLG_H
+#endif // AUTHPLUGIN_KXWEBDLG_H

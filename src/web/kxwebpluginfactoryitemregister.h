@@ -1,5 +1,7 @@
-#ifndef KXWEBPLUGINFACTORYITEMREGISTER_H
-#define KXWEBPLUGINFACTORYITEMREGISTER_H
+#ifndef AUTHPLUGIN_KXWEBPLUGINFACTORYITEMREGISTER_H
+#define AUTHPLUGIN_KXWEBPLUGINFACTORYITEMREGISTER_H
+
+#include "kxauthglobal.h"
 
 #include <QList>
 
@@ -8,13 +10,14 @@ class IKxWebPluginFactoryItem;
 // The process-wide list of web plug-in items, in the order they were
 // registered; created on first use, destroyed at process exit. Not locked:
 // items register during static initialisation, before any page exists.
-QList<IKxWebPluginFactoryItem*>& getWebPluginFactoryItems();
+KXAUTH_EXPORT QList<IKxWebPluginFactoryItem*>& getWebPluginFactoryItems();
 
 // Registers one item for as long as it lives: meant to be a static object
 // beside the item's definition. Destroying it takes that one entry out of
 // the list (the first occurrence, should the item be there twice) and
 // deletes the item. A register of no item (null) registers nothing.
-class KxWebPluginFactoryItemRegister
+// Exported: the suite's modules register items of their own this way.
+class KXAUTH_EXPORT KxWebPluginFactoryItemRegister
 {
 public:
     explicit KxWebPluginFactoryItemRegister(IKxWebPluginFactoryItem* item);
@@ -27,4 +30,4 @@ private:
     IKxWebPluginFactoryItem* m_item;
 };
 
-#endif // KXWEBPLUGINFACTORYITEMREGISTER_H
+#endif // AUTHPLUGIN_KXWEBPLUGINFACTORYITEMREGISTER_H

@@ -1,5 +1,5 @@
-#ifndef KXWEBRESOURCES_H
-#define KXWEBRESOURCES_H
+#ifndef AUTHPLUGIN_KXWEBRESOURCES_H
+#define AUTHPLUGIN_KXWEBRESOURCES_H
 
 #include "kxauthglobal.h"
 
@@ -22,4 +22,4 @@ KXAUTH_EXPORT QString kxResPathToWebUrl(const QString& path);
 // tolerant mode; empty when the host finds no copy.
 KXAUTH_EXPORT QString kxGetWebResMuiFile(const QString& fileName);
 
-#endif // KXWEBRESOURCES_H
+#endif // AUTHPLUGIN_KXWEBRESOURCES_H

@@ -1,11 +1,11 @@
-#ifndef KXNIMBOCUSTOMFRAMEDLG_H
-#define KXNIMBOCUSTOMFRAMEDLG_H
+#ifndef AUTHPLUGIN_KXNIMBOCUSTOMFRAMEDLG_H
+#define AUTHPLUGIN_KXNIMBOCUSTOMFRAMEDLG_H
 
 #include "kxauthglobal.h"
 
 #include <vex/kxstyledialog.h>
 
-class KxNimboCustomFrameDlgTitle;
+#include <memory>
 
 // A frameless dialog that draws its own frame: a white body, a one-pixel
 // border in #B2B4BC on the outermost pixels, and a title bar across the top
@@ -14,8 +14,10 @@ class KxNimboCustomFrameDlgTitle;
 // (1, title height, 1, 1) make a layout set on the dialog fill exactly the
 // area inside the border and below the title. The border stays one pixel at
 // every display scale, so the side and bottom margins do too. The dialog
-// cannot be moved by dragging its title. Exported as the base of KxWebDlg,
-// so that other modules can derive from the web dialog.
+// cannot be moved by dragging its title. Shown without a position of its
+// own, it sits centred on its parent's window (on the screen without one),
+// whether or not a window manager is there to place it. Exported as the
+// base of KxWebDlg, so that other modules can derive from the web dialog.
 class KXAUTH_EXPORT KxNimboCustomFrameDlg : public KxStyleDialog
 {
     Q_OBJECT
@@ -23,6 +25,7 @@ class KXAUTH_EXPORT KxNimboCustomFrameDlg : public KxStyleDialog
 public:
     explicit KxNimboCustomFrameDlg(QWidget* parent = nullptr,
                                    Qt::WindowFlags flags = Qt::WindowFlags());
+    ~KxNimboCustomFrameDlg() override;
 
     // Both only store: the title bar shows them at its next repaint.
     void setTitleIcon(const QPixmap& icon);
@@ -32,9 +35,13 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
-    KxNimboCustomFrameDlgTitle* m_title;
+    // The title bar and whatever else the frame keeps: here, so that it can
+    // change without changing the class modules are built against.
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
-#endif // KXNIMBOCUSTOMFRAMEDLG_H
+#endif // AUTHPLUGIN_KXNIMBOCUSTOMFRAMEDLG_H

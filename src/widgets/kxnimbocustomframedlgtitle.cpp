@@ -24,7 +24,7 @@ KxNimboCustomFrameDlgTitle::KxNimboCustomFrameDlgTitle(QWidget* parent)
     m_closeButton->setFocusPolicy(Qt::NoFocus);
     m_closeButton->setAccessibleName(tr("Close"));
     if (parent)
-        connect(m_closeButton, SIGNAL(clicked()), parent, SLOT(close()));
+        connect(m_closeButton, &QPushButton::clicked, parent, &QWidget::close);
 }
 
 int KxNimboCustomFrameDlgTitle::titleHeight()

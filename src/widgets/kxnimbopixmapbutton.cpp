@@ -2,6 +2,7 @@
 
 #include <vex/rectutils.h>
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -23,6 +24,8 @@ void KxNimboPixmapButton::load(const QString& dir, const QString& name)
     m_normal = QPixmap(stem + QLatin1String("_normal.png"));
     m_hover = QPixmap(stem + QLatin1String("_hover.png"));
     m_sunken = QPixmap(stem + QLatin1String("_sunken.png"));
+    m_normal2x = QPixmap(stem + QLatin1String("_normal@2x.png"));
+    m_hover2x = QPixmap(stem + QLatin1String("_hover@2x.png"));
 }
 
 QSize KxNimboPixmapButton::sizeHint() const
@@ -44,5 +47,11 @@ void KxNimboPixmapButton::paintEvent(QPaintEvent* /*event*/)
         image = &m_hover;
 
     QPainter painter(this);
+    // The device painted on: the window's, or an image the button is
+    // rendered into.
+    const QPaintDevice* device = painter.paintEngine()->paintDevice();
+    const QPixmap& dense = image == &m_hover ? m_hover2x : m_normal2x;
+    if ((device ? device : this)->devicePixelRatioF() > 1 && !dense.isNull())
+        image = &dense;
     painter.drawPixmap(target, *image, QRect());
 }

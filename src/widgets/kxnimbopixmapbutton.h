@@ -6,8 +6,10 @@
 
 // A button drawn from three images named by one stem: "<stem>_normal.png",
 // "<stem>_hover.png" and "<stem>_sunken.png". Every state is drawn at the
-// normal image's size, centred. A pressed button shows its normal image: the
-// "_sunken" image is loaded but never drawn, and that stays so.
+// normal image's size, centred; on a dense screen (device pixel ratio above
+// 1) the normal and hover images' "@2x" companions take their place where
+// they exist. A pressed button shows its normal image: the "_sunken" image
+// is loaded but never drawn, and that stays so.
 //
 // The two constructors leave different size policies (Minimum in both
 // directions, or QPushButton's own); callers rely on each.
@@ -34,6 +36,8 @@ private:
     QPixmap m_normal;
     QPixmap m_hover;
     QPixmap m_sunken;
+    QPixmap m_normal2x;
+    QPixmap m_hover2x;
 };
 
 #endif // KXNIMBOPIXMAPBUTTON_H

@@ -1,14 +1,14 @@
-// The built plug-in met as a host meets it: loaded through QLibrary in this
-// process, and by the command-line host authinfo, run as a person runs it.
+// The built plug-in met as a host meets it: through the command-line host
+// authinfo, run as a person runs it; what it and the helper layer export,
+// and the README's account of that.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
+#include "kurlcatcher.h"
 
 #include <vexlite/hostcontrol.h>
-#include <vexlite/ikauthorizationhandler.h>
-#include <vexlite/krtauth.h>
 
-#include <QLibrary>
+#include <QJsonDocument>
 #include <QtTest>
 
 #include <algorithm>
@@ -18,13 +18,14 @@ using namespace krt::hostcontrol;
 
 namespace {
 
-// What other modules may use of the plug-in, row by row: the symbols a
-// row covers (a pattern on the demangled names) and those among them
-// that must be there. Whole classes come with their meta-object, vtable
-// and type information, so that a module can connect to them, derive
-// from them and cast to them.
+// What other modules may use of the plug-in and of the helper layer, row
+// by row: the library, the symbols a row covers (a pattern on the
+// demangled names) and those among them that must be there. Whole classes
+// come with their meta-object, vtable and type information, so that a
+// module can connect to them, derive from them and cast to them.
 struct Export
 {
+    const char* library;
     const char* tag;
     QString pattern;
     QStringList required;
@@ -39,31 +40,103 @@ QList<Export> exportedSurface()
         return QStringList{name + "::staticMetaObject", "vtable for " + name,
                            "typeinfo for " + name, "typeinfo name for " + name};
     };
+    const char* plugin = "libauthplugin.so";
+    const char* common = "libauthcommon.so";
     return {
-        {"entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
-        {"network monitor", wholeClass("KNetworkStateMonitor"),
+        {plugin, "entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
+        {plugin, "network monitor", wholeClass("KNetworkStateMonitor"),
          classInfo("KNetworkStateMonitor") << "KNetworkStateMonitor::instance()"
                                            << "KNetworkStateMonitor::setNetworkAvailable(bool)"
                                            << "KNetworkStateMonitor::notifyNetworkStatus(bool)"},
-        {"frame dialog", wholeClass("KxNimboCustomFrameDlg"),
+        {plugin, "frame dialog", wholeClass("KxNimboCustomFrameDlg"),
          classInfo("KxNimboCustomFrameDlg")
              << "KxNimboCustomFrameDlg::KxNimboCustomFrameDlg(QWidget*, QFlags<Qt::WindowType>)"
              << "KxNimboCustomFrameDlg::setTitleColor(QColor const&)"
              << "KxNimboCustomFrameDlg::paintEvent(QPaintEvent*)"},
-        {"web dialog", wholeClass("KxWebDlg"),
+        {plugin, "web dialog", wholeClass("KxWebDlg"),
          classInfo("KxWebDlg") << "KxWebDlg::KxWebDlg(QUrl const&, QWidget*, QUrl const&)"
                                << "KxWebDlg::~KxWebDlg()"
                                << "KxWebDlg::exec()"
                                << "KxWebDlg::resize(int, int)"
                                << "non-virtual thunk to KxWebDlg::~KxWebDlg()"},
-        {"local pages",
+        {plugin,
+         "web plug-in registry",
+         "^getWebPluginFactoryItems\\(\\)$|^KxWebPluginFactoryItemRegister::|" +
+             wholeClass("IKxWebPluginFactoryItem"),
+         {"getWebPluginFactoryItems()",
+          "KxWebPluginFactoryItemRegister::KxWebPluginFactoryItemRegister("
+          "IKxWebPluginFactoryItem*)",
+          "KxWebPluginFactoryItemRegister::~KxWebPluginFactoryItemRegister()"}},
+        {plugin,
+         "local pages",
          "^kx(GetResMuiFile|ResPathToWebUrl|GetWebResMuiFile)\\(",
          {"kxGetWebResMuiFile(QString const&)", "kxResPathToWebUrl(QString const&)",
           "kxGetResMuiFile(QString const&, QString const&)"}},
-        {"service pages signed in",
+        {plugin,
+         "service pages signed in",
          "^kx(OpenAutoLoginUrl|NimboOpenStoreUrl)\\(",
          {"kxOpenAutoLoginUrl(QString const&)", "kxNimboOpenStoreUrl(STORE_URL_TYPE)"}},
+        // The layer's own functions begin with "_" and stay inside.
+        {common,
+         "helper functions",
+         "^Q?Comm::[A-Za-z]",
+         {"QComm::getAppTypeBySuffix(QString const&)", "Comm::getLogPath[abi:cxx11]()",
+          "QComm::readNimboRegValue(QString const&, QVariant const&)",
+          "QComm::jsonGetBool(Json::Value const&, QString const&, bool)",
+          "QComm::getUserAgent(QString const&)"}},
+        {common,
+         "block detector guard",
+         "^KIngoreLongTimeDetectHelper::",
+         {"KIngoreLongTimeDetectHelper::KIngoreLongTimeDetectHelper(bool)"}},
     };
+}
+
+// The names a version script lets out: classes, namespaces and functions,
+// without the C++ decoration around them.
+QStringList namesInVersionScript(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {"(cannot read " + path + ")"};
+    const QString text = QString::fromUtf8(file.readAll())
+                             .remove(QRegularExpression(
+                                 "/\\*.*\\*/", QRegularExpression::DotMatchesEverythingOption));
+    const QString global = text.section("global:", 1).section("local:", 0, 0);
+    QStringList names;
+    for (QString entry : global.split(';')) {
+        entry = entry.remove(QRegularExpression("extern \"C\\+\\+\"|[{}\"]")).trimmed();
+        entry.remove(
+            QRegularExpression("^((vtable|typeinfo|typeinfo name) for |non-virtual.thunk.to.)"));
+        const QString name = entry.section("::", 0, 0).section('(', 0, 0).trimmed();
+        if (!name.isEmpty() && !names.contains(name))
+            names << name;
+    }
+    names.sort();
+    return names;
+}
+
+// The names the README's exports table gives for one library: the first
+// column's names in backticks, of the rows whose second column names it.
+QStringList namesInReadme(const QString& library)
+{
+    QFile file(AUTH_SOURCE_DIR "/README.md");
+    if (!file.open(QIODevice::ReadOnly))
+        return {"(cannot read the README)"};
+    const QString text = QString::fromUtf8(file.readAll());
+    const QString section =
+        text.section("### What the library exports, and why", 1).section("\n#", 0, 0);
+    QStringList names;
+    for (const QString& line : section.split('\n')) {
+        const QStringList cells = line.split('|');
+        if (cells.size() < 4 || !cells[2].contains("`" + library + "`"))
+            continue;
+        QRegularExpressionMatchIterator found =
+            QRegularExpression("`([A-Za-z_]\\w*)(\\(\\))?`").globalMatch(cells[1]);
+        while (found.hasNext())
+            names << found.next().captured(1);
+    }
+    names.sort();
+    return names;
 }
 
 } // namespace
@@ -76,7 +149,7 @@ class TestAuthInfo : public QObject
     KTestAppDir m_app{m_env.rootPath()};
     const QString m_bin = QCoreApplication::applicationDirPath();
     const QString m_state = m_env.rootPath() + "/deskhive-state.json";
-    QStringList m_symbols; // exported by the plug-in, demangled
+    QMap<QString, QStringList> m_symbols; // exported by a library, demangled
 
 private slots:
     void initTestCase()
@@ -90,48 +163,40 @@ private slots:
         QVERIFY(saveProfile(m_env.rootPath() + "/chosen"));
     }
 
-    void handlerThroughTheHost()
-    {
-        QLibrary plugin(m_bin + "/libauthplugin.so");
-        QVERIFY2(plugin.load(), qPrintable(plugin.errorString()));
-        const auto entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
-            plugin.resolve("GetAuthorizationHandler"));
-        QVERIFY2(entry, "the plain, unmangled entry point must resolve");
-        IKAuthorizationHandler* handler = entry();
-        QVERIFY(handler && entry() == handler);
-        setProductString("JumpUrl", "https://jump.example/");
-        setHandler(handler);
-        QCOMPARE(krt::auth::getInfo("Product/Url/LauncherPage"),
-                 QVariant(QUrl("https://jump.example/launcher_page")));
-        QCOMPARE(krt::auth::getBoolInfo("Patent/Anything", true), false);
-        QVERIFY(krt::auth::prehook("OpenEnterpriseCenter", false, nullptr));
-        QCOMPARE(executedCommands(), QStringList("OpenEnterpriseCenter"));
-        setHandler(nullptr);
-    }
-
     void exports_data()
     {
+        QTest::addColumn<QString>("library");
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<QStringList>("required");
         for (const Export& row : exportedSurface())
-            QTest::newRow(row.tag) << row.pattern << row.required;
+            QTest::newRow(row.tag) << row.library << row.pattern << row.required;
     }
 
     void exports()
     {
+        QFETCH(QString, library);
         QFETCH(QString, pattern);
         QFETCH(QStringList, required);
 
-        const QStringList symbols = exportedSymbols();
+        const QStringList symbols = exportedSymbols(library);
         QVERIFY(!symbols.filter(QRegularExpression(pattern)).isEmpty());
         for (const QString& symbol : required)
             QVERIFY2(symbols.contains(symbol), qPrintable(symbol));
     }
 
+    void exportsNothingElse_data()
+    {
+        QTest::addColumn<QString>("library");
+        QTest::newRow("plug-in") << "libauthplugin.so";
+        QTest::newRow("helper layer") << "libauthcommon.so";
+    }
+
     void exportsNothingElse()
     {
-        QStringList unclaimed = exportedSymbols();
-        QVERIFY(unclaimed.contains("GetAuthorizationHandler"));
+        QFETCH(QString, library);
+
+        QStringList unclaimed = exportedSymbols(library);
+        QVERIFY(!unclaimed.isEmpty());
         for (const Export& row : exportedSurface())
             unclaimed.erase(
                 std::remove_if(unclaimed.begin(), unclaimed.end(),
@@ -140,6 +205,28 @@ private slots:
                                }),
                 unclaimed.end());
         QVERIFY2(unclaimed.isEmpty(), qPrintable(unclaimed.join('\n')));
+    }
+
+    // The README's exports table names what each library's version script
+    // lets out, no more and no less.
+    void readmeNamesTheExports_data()
+    {
+        QTest::addColumn<QString>("library");
+        QTest::addColumn<QString>("script");
+        QTest::newRow("plug-in") << "libauthplugin"
+                                 << "src/plugin/authplugin.map";
+        QTest::newRow("helper layer") << "libauthcommon"
+                                      << "src/common/authcommon.map";
+    }
+
+    void readmeNamesTheExports()
+    {
+        QFETCH(QString, library);
+        QFETCH(QString, script);
+
+        const QStringList scripted = namesInVersionScript(AUTH_SOURCE_DIR "/" + script);
+        QVERIFY(scripted.size() > 1);
+        QCOMPARE(namesInReadme(library), scripted);
     }
 
     // "@": this suite's folder. profile: given in the environment, else
@@ -179,6 +266,25 @@ private slots:
         QTest::newRow("shipped profile")
             << QStringList{"--profile", m_bin + "/profile", "Product/VexName"} << "" << QByteArray()
             << "keys:1" << QStringList{"Product/VexName=QString  Zento Office"};
+        // What the personal centre opens: the shipped profile's address,
+        // wrapped by the cloud simulator for the signed-in user.
+        QFile shipped(m_bin + "/profile/host.json");
+        QVERIFY(shipped.open(QIODevice::ReadOnly));
+        const QString centre =
+            QJsonDocument::fromJson(shipped.readAll())["product"]["strings"]["PersonalCenterUrl"]
+                .toString();
+        QTest::newRow("classes, then a command, after the keys")
+            << QStringList{"--profile", m_bin + "/profile", "--commands",
+                           "--command", "OpenUserCenter",   "Server/ReinstallServer"}
+            << "" << ada << "keys:1 classes Command"
+            << QStringList{"Server/ReinstallServer=QString  "
+                           "https://jump.zentooffice.example/go/latest_package",
+                           "KUserCenterMenuCommand=",
+                           "KxOpenPersonalCenterCommand=",
+                           "KEnterpriseCenterTriggerCommand=",
+                           "Result=true (the host goes on)",
+                           "Opened=wrapped:" + QUrl::toPercentEncoding(centre),
+                           "User name=(none), unchanged"};
     }
 
     void runs()
@@ -195,16 +301,23 @@ private slots:
             env.insert(profileEnvironmentVariable(), profile.replace('@', m_env.rootPath()));
         const KTestAppDir::Result run =
             m_app.run(m_bin + "/authinfo", args.replaceInStrings("@", m_env.rootPath()), env);
+        // Parts begin at an unindented line: a key with its cells, a report's
+        // title, a command class alone, "Command" and its name.
         QStringList found, shown;
         int keys = 0;
         for (const QString& line : run.out.split('\n', Qt::SkipEmptyParts)) {
             QStringList cells = line.trimmed().split(QRegularExpression("\\s{2,}"));
             const QString label = cells.takeFirst();
-            if (label == "Account" || label == "Diagnostics")
-                found << label;
-            else if (!line.startsWith(' ') && ++keys == 1)
-                found << "keys";
-            shown << label + '=' + cells.join("  ");
+            QString part = label == "Account" || label == "Diagnostics" ? label
+                           : label.startsWith("Command ")               ? "Command"
+                           : cells.isEmpty()                            ? "classes"
+                                                                        : "keys";
+            if (line.startsWith(' '))
+                part.clear();
+            keys += part == "keys";
+            if (!part.isEmpty() && (found.isEmpty() || found.last() != part))
+                found << part;
+            shown << label + '=' + KUrlCatcher::unwrapped(cells.join("  "));
         }
         QCOMPARE(found.join(' ').replace("keys", "keys:" + QString::number(keys)), parts);
         for (const QString& line : lines)
@@ -266,18 +379,18 @@ private slots:
     }
 
 private:
-    // The plug-in's dynamic symbols, demangled.
-    QStringList exportedSymbols()
+    // A library's dynamic symbols, demangled.
+    QStringList exportedSymbols(const QString& library)
     {
-        if (!m_symbols.isEmpty())
-            return m_symbols;
+        if (m_symbols.contains(library))
+            return m_symbols[library];
         const QString nm = QStandardPaths::findExecutable("nm");
         KTestAppDir::Result run =
-            m_app.run(nm, {"-D", "--defined-only", "-C", m_bin + "/libauthplugin.so"});
-        m_symbols =
-            run.out.remove(QRegularExpression("^\\S+ \\S ", QRegularExpression::MultilineOption))
-                .split('\n', Qt::SkipEmptyParts);
-        return m_symbols;
+            m_app.run(nm, {"-D", "--defined-only", "-C", m_bin + '/' + library});
+        return m_symbols[library] = run.out
+                                        .remove(QRegularExpression(
+                                            "^\\S+ \\S ", QRegularExpression::MultilineOption))
+                                        .split('\n', Qt::SkipEmptyParts);
     }
 };
 

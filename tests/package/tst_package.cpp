@@ -2,13 +2,15 @@
 // into a temporary prefix and moved elsewhere (so nothing may depend on
 // where it was installed), the host run from there, and a small project
 // (consumer/) configured with find_package(AuthPlugin), built with this
-// build's compiler and flags, and run.
+// build's compiler and flags, and run: against the installed plug-in, then
+// against one rebuilt with another private layout.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
 
 #include <vexlite/hostcontrol.h>
 
+#include <QJsonDocument>
 #include <QtTest>
 
 using namespace AuthTest;
@@ -58,8 +60,8 @@ private slots:
         QTest::addColumn<QString>("runpath"); // for binaries
 
         const QString app = "lib/zentooffice/";
-        for (const char* binary :
-             {"zentooffice", "authinfo", "libauthplugin.so", "libvex.so", "libvexlite.so"})
+        for (const char* binary : {"zentooffice", "authinfo", "libauthplugin.so",
+                                   "libauthcommon.so", "libvex.so", "libvexlite.so"})
             QTest::newRow(binary) << app + binary << "$ORIGIN";
         QTest::newRow("cloud simulator") << app + "addons/deskhive/libdeskhive.so"
                                          << "$ORIGIN/../..";
@@ -71,6 +73,8 @@ private slots:
             QTest::newRow(file) << QString("lib/cmake/AuthPlugin/") + file << "";
         QTest::newRow("host headers") << "include/vex/kxstyledialog.h"
                                       << "";
+        QTest::newRow("helper headers") << "include/authcommon/qcommpaths.h"
+                                        << "";
     }
 
     void layout()
@@ -87,10 +91,11 @@ private slots:
     // The headers of what the library exports, and of nothing else.
     void publicHeaders()
     {
-        QCOMPARE(QDir(m_prefix + "/include/authplugin").entryList(QDir::Files),
-                 QStringList({"authpluginentry.h", "knetworkstatemonitor.h", "kxauthglobal.h",
-                              "kxnimbocustomframedlg.h", "kxopenurl.h", "kxwebdlg.h",
-                              "kxwebresources.h"}));
+        QCOMPARE(
+            QDir(m_prefix + "/include/authplugin").entryList(QDir::Files),
+            QStringList({"authpluginentry.h", "ikxwebpluginfactoryitem.h", "knetworkstatemonitor.h",
+                         "kxauthglobal.h", "kxnimbocustomframedlg.h", "kxopenurl.h", "kxwebdlg.h",
+                         "kxwebpluginfactoryitemregister.h", "kxwebresources.h"}));
     }
 
     // The package would still work from the build tree while that exists;
@@ -126,32 +131,19 @@ private slots:
         QVERIFY2(run.out.contains(QRegularExpression("Name\\s+Demo User")), qPrintable(run.out));
     }
 
-    void consumerBuilds()
+    // Built once against the installed tree and run there; then run again,
+    // not rebuilt, on a plug-in whose exported classes have another private
+    // layout, which must change nothing the consumer sees.
+    void consumerSurvivesAChangedPrivateLayout()
     {
-        QStringList configure{"-S",
-                              AUTH_CONSUMER_DIR,
-                              "-B",
-                              m_consumerBuild,
-                              "-G",
-                              AUTH_GENERATOR,
-                              "-DCMAKE_PREFIX_PATH=" + m_prefix,
-                              "-DCMAKE_CXX_COMPILER=" AUTH_CXX_COMPILER,
-                              "-DCMAKE_BUILD_TYPE=" AUTH_BUILD_TYPE};
-        // A sanitized library needs a sanitized program around it.
-        const QString sanitize = AUTH_SANITIZE_FLAGS;
-        if (!sanitize.isEmpty())
-            configure << "-DCMAKE_CXX_FLAGS=" + sanitize << "-DCMAKE_EXE_LINKER_FLAGS=" + sanitize;
-        for (const QStringList& args : {configure, QStringList{"--build", m_consumerBuild}}) {
-            const KTestAppDir::Result step = m_app.run(AUTH_CMAKE, args, {}, kBuildTimeoutMs);
-            QVERIFY2(step.exitCode == 0, qPrintable(step.out + step.err));
-        }
-
-        QProcessEnvironment env;
-        env.insert(krt::hostcontrol::profileEnvironmentVariable(), m_appDir + "/profile");
-        const KTestAppDir::Result run = m_app.run(m_consumerBuild + "/consumer", {}, env);
-        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
-        for (const QString& line : run.out.split('\n', Qt::SkipEmptyParts))
-            m_seen.insert(line.section(": ", 0, 0), line.section(": ", 1));
+        const QMap<QString, QString> before = seen();
+        QVERIFY(!before.isEmpty());
+        const QString library = m_appDir + "/libauthplugin.so";
+        QVERIFY(QFile::rename(library, library + ".installed"));
+        QVERIFY(QFile::copy(AUTH_LAYOUT_PROBE_FILE, library));
+        const QMap<QString, QString> after = run();
+        QVERIFY(QFile::remove(library) && QFile::rename(library + ".installed", library));
+        QCOMPARE(after, before);
     }
 
     void consumerSees_data()
@@ -159,6 +151,8 @@ private slots:
         QTest::addColumn<QString>("subject");
         QTest::addColumn<QString>("observation");
 
+        QTest::newRow("ran to its end") << "exit code"
+                                        << "0";
         QTest::newRow("entry point") << "entry point"
                                      << "one handler";
         QTest::newRow("handler") << "product name"
@@ -180,8 +174,20 @@ private slots:
         // 480x320 inside: one pixel of border each side and the 40-pixel title.
         QTest::newRow("dialog runs") << "dialog"
                                      << "accepted, shown 482x361";
-        QTest::newRow("override reached by the page") << "page asked the consumer's version"
-                                                      << "yes";
+        // The registered item's type and another; the override of version().
+        QTest::newRow("page asked the bridge") << "page saw"
+                                               << "true false consumer";
+        QTest::newRow("helpers: a path") << "log folder"
+                                         << "made, office6/Deskhive/log";
+        QTest::newRow("helpers: a store") << "store"
+                                          << "42";
+        QTest::newRow("helpers: a file type") << "file type of xlsx"
+                                              << "tabix";
+        QFile profile(m_appDir + "/profile/host.json");
+        QVERIFY(profile.open(QIODevice::ReadOnly));
+        QTest::newRow("helpers: the user agent")
+            << "user agent"
+            << QJsonDocument::fromJson(profile.readAll())["info"]["userAgent"].toString();
     }
 
     void consumerSees()
@@ -189,8 +195,54 @@ private slots:
         QFETCH(QString, subject);
         QFETCH(QString, observation);
 
-        QVERIFY2(!m_seen.isEmpty(), "the consumer did not run");
-        QCOMPARE(m_seen.value(subject, "(nothing)"), observation);
+        QCOMPARE(seen().value(subject, "(nothing)"), observation);
+    }
+
+private:
+    // The consumer's report, built and run on first use.
+    QMap<QString, QString> seen()
+    {
+        if (m_seen.isEmpty() && build())
+            m_seen = run();
+        return m_seen;
+    }
+
+    bool build()
+    {
+        QStringList configure{"-S",
+                              AUTH_CONSUMER_DIR,
+                              "-B",
+                              m_consumerBuild,
+                              "-G",
+                              AUTH_GENERATOR,
+                              "-DCMAKE_PREFIX_PATH=" + m_prefix,
+                              "-DCMAKE_CXX_COMPILER=" AUTH_CXX_COMPILER,
+                              "-DCMAKE_BUILD_TYPE=" AUTH_BUILD_TYPE};
+        // A sanitized library needs a sanitized program around it.
+        const QString sanitize = AUTH_SANITIZE_FLAGS;
+        if (!sanitize.isEmpty())
+            configure << "-DCMAKE_CXX_FLAGS=" + sanitize << "-DCMAKE_EXE_LINKER_FLAGS=" + sanitize;
+        for (const QStringList& args : {configure, QStringList{"--build", m_consumerBuild}}) {
+            const KTestAppDir::Result step = m_app.run(AUTH_CMAKE, args, {}, kBuildTimeoutMs);
+            if (step.exitCode != 0) {
+                qWarning("%s", qPrintable(step.out + step.err));
+                return false;
+            }
+        }
+        return true;
+    }
+
+    QMap<QString, QString> run()
+    {
+        QProcessEnvironment env;
+        env.insert(krt::hostcontrol::profileEnvironmentVariable(), m_appDir + "/profile");
+        const KTestAppDir::Result run = m_app.run(m_consumerBuild + "/consumer", {}, env);
+        QMap<QString, QString> seen{{"exit code", QString::number(run.exitCode)}};
+        if (run.exitCode != 0)
+            qWarning("the consumer failed: %s", qPrintable(run.err));
+        for (const QString& line : run.out.split('\n', Qt::SkipEmptyParts))
+            seen.insert(line.section(": ", 0, 0), line.section(": ", 1));
+        return seen;
     }
 };
 

@@ -1,5 +1,6 @@
 // The plug-in's commands in the host's command factory, as a host meets
-// them: the built libauthplugin loaded with QLibrary registers its classes
+// them: the built libauthplugin loaded with QLibrary brings its images,
+// hands out its one handler, registers its classes
 // in table order, the host creates them for its main windows, they work
 // through the handler and speak the host's language, and unloading the
 // library withdraws them in the reverse order, with its catalogue. This
@@ -20,6 +21,7 @@
 #include <vexlite/ikauthorizationhandler.h>
 
 #include <QLibrary>
+#include <QPixmap>
 #include <QtTest>
 
 using namespace AuthTest;
@@ -59,10 +61,15 @@ private slots:
 
         KCommandFactory::clearRegistrationLog();
         QVERIFY(KCommandFactory::registeredClasses().isEmpty());
+        // The compiled-in images arrive with the library, without the host
+        // calling anything in it; the entry point by its plain name gives
+        // one handler.
+        QVERIFY(QPixmap("res:/images/logo.png").isNull());
         QVERIFY2(m_plugin.load(), qPrintable(m_plugin.errorString()));
+        QCOMPARE(QPixmap("res:/images/logo.png").size(), QSize(40, 40));
         m_entry = reinterpret_cast<GetAuthorizationHandlerFunc>(
             m_plugin.resolve("GetAuthorizationHandler"));
-        QVERIFY(m_entry);
+        QVERIFY(m_entry && m_entry() && m_entry() == m_entry());
         setHandler(m_entry());
     }
 

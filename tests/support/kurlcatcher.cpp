@@ -25,18 +25,21 @@ KUrlCatcher::~KUrlCatcher()
 
 QStringList KUrlCatcher::take()
 {
-    const QString wrapPrefix =
-        QStringLiteral("https://account.zentooffice.example/autologin?token=");
     QStringList taken;
-    for (const QUrl& url : qAsConst(urls)) {
-        QString text = url.toString(QUrl::FullyEncoded);
-        const int target = text.indexOf(QLatin1String("&target="));
-        if (text.startsWith(wrapPrefix) && target > 0)
-            text = QStringLiteral("wrapped:") + text.mid(target + 8);
-        taken << text;
-    }
+    for (const QUrl& url : qAsConst(urls))
+        taken << unwrapped(url.toString(QUrl::FullyEncoded));
     urls.clear();
     return taken;
+}
+
+QString KUrlCatcher::unwrapped(const QString& address)
+{
+    const QString wrapPrefix =
+        QStringLiteral("https://account.zentooffice.example/autologin?token=");
+    const int target = address.indexOf(QLatin1String("&target="));
+    if (address.startsWith(wrapPrefix) && target > 0)
+        return QStringLiteral("wrapped:") + address.mid(target + 8);
+    return address;
 }
 
 void KUrlCatcher::open(const QUrl& url)

@@ -21,9 +21,13 @@ public:
 
     QList<QUrl> urls;
 
-    // The addresses caught since the last call, fully encoded; one the cloud
-    // simulator wrapped for automatic sign-in as "wrapped:" and its target.
+    // The addresses caught since the last call, fully encoded and
+    // unwrapped().
     QStringList take();
+
+    // An address the cloud simulator wrapped for automatic sign-in as
+    // "wrapped:" and its target (percent-encoded); any other as it is.
+    static QString unwrapped(const QString& address);
 
 public slots:
     void open(const QUrl& url);

@@ -58,9 +58,9 @@ private slots:
                                << QString(announced);
         };
         row("network lost while signed out", "network off", false, false, "false");
-        row("sign in: the network answered", "sign in", false, false);
+        row("sign in: the network answered", "sign in", false, false, "true");
         row("network lost while signed in", "network off", false, false, "false");
-        row("sign out: the network answered", "sign out", false, false);
+        row("sign out: the network answered", "sign out", false, false, "true");
         row("network lost after signing out", "network off", true, true, "false");
         row("network lost again: no news", "network off", true, true);
         row("not signed in before after all", "last false", false, false);

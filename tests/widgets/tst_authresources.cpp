@@ -112,8 +112,9 @@ private slots:
     }
 
     // The title's close button finds its images through "res:/images": the
-    // cross in the middle of the close square, at both pixel ratios. It
-    // loads them with QPixmap, which keeps the named file (no @2x).
+    // cross in the middle of the close square, at both pixel ratios, pixel
+    // for pixel the file for the ratio painted at (the @2x one at 2x), on a
+    // screen of ratio 2 either way.
     void titleCloseImage_data()
     {
         QTest::addColumn<qreal>("ratio");
@@ -143,6 +144,10 @@ private slots:
                      qAbs(cross.width() - 8 * ratio) <= 2 * ratio,
                  qPrintable(seen));
         QVERIFY(contrast(image.pixelColor(ink.center()), kTitleColor) >= 3);
+        const QImage file = onTitle(QImage(ratio == 1 ? "res:/images/close_normal.png"
+                                                      : "res:/images/close_normal@2x.png"));
+        const QPoint origin = cross.topLeft() - inkBounds(file, kTitleColor).topLeft();
+        QVERIFY(image.copy(QRect(origin, file.size())) == file);
     }
 };
 

@@ -13,6 +13,7 @@
 #include <vexlite/hostcontrol.h>
 
 #include <QPainter>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -184,6 +185,52 @@ private slots:
         QCOMPARE(counter.closes, closes);
         QCOMPARE(rejected.count(), closes);
         QCOMPARE(dialog.isVisible(), closes == 0);
+    }
+
+    // Shown without a position of its own, the dialog sits centred on its
+    // parent's window (no frame, no window manager: the offscreen platform),
+    // or on the screen, inside the screen's available area; where the
+    // program moved it, it stays.
+    void placement_data()
+    {
+        QTest::addColumn<QRect>("parent"); // relative to the available area; null: none
+        QTest::addColumn<QPoint>("moved"); // null: not moved
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("on its parent's window") << QRect(100, 50, 600, 500) << QPoint() << "parent";
+        QTest::newRow("on the screen") << QRect() << QPoint() << "screen";
+        QTest::newRow("where the program put it")
+            << QRect(100, 50, 600, 500) << QPoint(40, 30) << "moved";
+        QTest::newRow("parent in the corner")
+            << QRect(-200, -200, 300, 300) << QPoint() << "inside";
+    }
+
+    void placement()
+    {
+        QFETCH(QRect, parent);
+        QFETCH(QPoint, moved);
+        QFETCH(QString, expected);
+
+        const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+        QWidget window;
+        window.setGeometry(parent.translated(available.topLeft()));
+        if (!parent.isNull())
+            window.show();
+        KxNimboCustomFrameDlg dialog(parent.isNull() ? nullptr : &window);
+        dialog.resize(400, 300);
+        if (!moved.isNull())
+            dialog.move(moved);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        const QRect placed = dialog.frameGeometry();
+        if (expected == "parent")
+            QCOMPARE(placed.center(), window.frameGeometry().center());
+        else if (expected == "screen")
+            QCOMPARE(placed.center(), available.center());
+        else if (expected == "moved")
+            QCOMPARE(placed.topLeft(), moved);
+        else
+            QVERIFY(available.contains(placed));
     }
 
     // A long title is cut at the close square: the text area loses the bar's

@@ -45,7 +45,7 @@ bool KListCommand::insertChild(int index, KCommand* command)
     if (index < 0 || index > m_children.size())
         index = m_children.size();
     m_children.insert(index, command);
-    connect(command, SIGNAL(destroyed()), this, SIGNAL(childrenChanged()));
+    connect(command, &QObject::destroyed, this, &KListCommand::childrenChanged);
     emit childrenChanged();
     return true;
 }
@@ -56,7 +56,7 @@ bool KListCommand::removeChild(KCommand* command)
     if (index < 0)
         return false;
     m_children.removeAt(index);
-    disconnect(command, SIGNAL(destroyed()), this, SIGNAL(childrenChanged()));
+    disconnect(command, &QObject::destroyed, this, &KListCommand::childrenChanged);
     emit childrenChanged();
     return true;
 }
@@ -67,7 +67,7 @@ void KListCommand::clearChildren()
         return;
     for (const QPointer<KCommand>& child : qAsConst(m_children)) {
         if (child)
-            disconnect(child, SIGNAL(destroyed()), this, SIGNAL(childrenChanged()));
+            disconnect(child, &QObject::destroyed, this, &KListCommand::childrenChanged);
     }
     m_children.clear();
     emit childrenChanged();

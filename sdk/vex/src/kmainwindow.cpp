@@ -52,7 +52,8 @@ KMainWindow::KMainWindow(QWidget* parent, Qt::WindowFlags flags)
     m_titleLayout->addStretch(1);
     setMenuWidget(m_titleArea);
     connect(this, &QWidget::windowTitleChanged, m_titleLabel, &QLabel::setText);
-    connect(m_titleCommands, SIGNAL(childrenChanged()), this, SLOT(rebuildTitleArea()));
+    connect(m_titleCommands, &KListCommand::childrenChanged, this,
+            &KMainWindow::onTitleCommandsChanged);
     recentWindows().prepend(this);
 }
 
@@ -167,7 +168,7 @@ bool KMainWindow::event(QEvent* event)
     return QMainWindow::event(event);
 }
 
-void KMainWindow::rebuildTitleArea()
+void KMainWindow::onTitleCommandsChanged()
 {
     for (const auto& pocket : m_pockets) {
         QWidget* holder = pocket.second ? pocket.second->parentWidget() : nullptr;

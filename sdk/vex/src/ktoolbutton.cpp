@@ -14,7 +14,7 @@ KToolButton::KToolButton(QWidget* parent)
 {
     setAutoRaise(true);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    connect(this, SIGNAL(clicked()), this, SLOT(onButtonClicked()));
+    connect(this, &QAbstractButton::clicked, this, &KToolButton::onButtonClicked);
 }
 
 KToolButton::~KToolButton() = default;
@@ -37,10 +37,10 @@ void KToolButton::setButtonStyle(int style)
 void KToolButton::setDefaultCommand(KCommand* command)
 {
     if (m_command)
-        disconnect(m_command, SIGNAL(changed()), this, SLOT(syncCommand()));
+        disconnect(m_command, &KCommand::changed, this, &KToolButton::syncCommand);
     m_command = command;
     if (command)
-        connect(command, SIGNAL(changed()), this, SLOT(syncCommand()));
+        connect(command, &KCommand::changed, this, &KToolButton::syncCommand);
     syncCommand();
 }
 

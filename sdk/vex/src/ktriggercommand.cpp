@@ -7,7 +7,7 @@
 KTriggerCommand::KTriggerCommand(QObject* parent, QObject* host)
     : KCommand(parent, host)
 {
-    connect(action(), SIGNAL(triggered()), this, SLOT(onActionTriggered()));
+    connect(action(), &QAction::triggered, this, &KTriggerCommand::onActionTriggered);
 }
 
 KTriggerCommand::~KTriggerCommand() = default;

@@ -1,21 +1,69 @@
 // A module of the suite using the plug-in's exported classes and functions
-// through the installed headers, linked to the installed library. It
-// prints what it sees, one "subject: observation" a line; the test that
-// builds it knows what to expect.
+// and the helper layer through the installed headers, linked to the
+// installed libraries. It prints what it sees, one "subject: observation" a
+// line; the test that builds it knows what to expect.
+
+// Include guards a module may well use for headers of its own: those of
+// the installed headers must differ, or the declarations below would vanish.
+#define AUTHPLUGINENTRY_H
+#define COMMPATHS_H
+#define IKXWEBPLUGINFACTORYITEM_H
+#define KNETWORKSTATEMONITOR_H
+#define KXAUTHGLOBAL_H
+#define KXNIMBOCUSTOMFRAMEDLG_H
+#define KXWEBDLG_H
+#define KXWEBPLUGINFACTORYITEMREGISTER_H
+#define KXWEBRESOURCES_H
+#define QCOMMFILETYPES_H
+#define QCOMMIDENTITY_H
+#define QCOMMSTORES_H
 
 #include <authpluginentry.h>
+#include <ikxwebpluginfactoryitem.h>
 #include <knetworkstatemonitor.h>
 #include <kxwebdlg.h>
+#include <kxwebpluginfactoryitemregister.h>
 #include <kxwebresources.h>
+
+#include <commpaths.h>
+#include <qcommfiletypes.h>
+#include <qcommidentity.h>
+#include <qcommstores.h>
 
 #include <vex/kxapplication.h>
 #include <vexlite/ikauthorizationhandler.h>
 
+#include <QDir>
 #include <QShowEvent>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
 namespace {
+
+const char kMimeType[] = "application/x-zento-consumer";
+
+// A kind of native object the module's pages embed, registered the way the
+// suite's modules do: a static register beside the item.
+class ConsumerItem : public IKxWebPluginFactoryItem
+{
+public:
+    QObject* create(const QString&, const QUrl&, const QStringList&, const QStringList&) override
+    {
+        return nullptr;
+    }
+    QWebPluginFactory::Plugin plugin() override
+    {
+        QWebPluginFactory::MimeType type;
+        type.name = QLatin1String(kMimeType);
+        QWebPluginFactory::Plugin plugin;
+        plugin.name = QStringLiteral("consumer");
+        plugin.mimeTypes << type;
+        return plugin;
+    }
+};
+const KxWebPluginFactoryItemRegister registered(new ConsumerItem);
 
 // Derived across the library's boundary: the page's bridge reaches the
 // override, and the dialog closes itself once it is on screen.
@@ -24,13 +72,8 @@ class ConsumerDialog : public KxWebDlg
 public:
     using KxWebDlg::KxWebDlg;
 
-    QString version() override
-    {
-        ++versionCalls;
-        return QStringLiteral("consumer");
-    }
+    QString version() override { return QStringLiteral("consumer"); }
 
-    int versionCalls = 0;
     QSize shownSize;
 
 protected:
@@ -45,6 +88,33 @@ protected:
 QString yesNo(bool value)
 {
     return value ? QStringLiteral("yes") : QStringLiteral("no");
+}
+
+// The page asks the bridge and shows the answers as its title, which the
+// dialog takes over.
+QUrl writePage(const QTemporaryDir& dir)
+{
+    QFile page(dir.filePath(QStringLiteral("page.html")));
+    if (!page.open(QIODevice::WriteOnly))
+        return QUrl();
+    page.write(QByteArray("<script>document.title = [zentoctx.isMimeTypeAvailable('") + kMimeType +
+               "'), zentoctx.isMimeTypeAvailable('application/x-other'), zentoctx.version()]"
+               ".join(' ');</script>");
+    return QUrl::fromLocalFile(page.fileName());
+}
+
+void useHelpers(QTextStream& out)
+{
+    const QString log = QString::fromStdU16String(Comm::getLogPath());
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    out << "log folder: " << (QFileInfo(log).isDir() ? "made, " : "missing, ")
+        << data.relativeFilePath(log) << '\n';
+    QComm::writeNimboRegValue(QStringLiteral("consumer/answer"), 42);
+    out << "store: "
+        << QComm::readNimboRegValue(QStringLiteral("consumer/answer"), QStringLiteral("none"))
+        << '\n';
+    out << "user agent: " << QComm::getUserAgent() << '\n';
+    out << "file type of xlsx: " << QComm::getAppTypeBySuffix(QStringLiteral("xlsx")) << '\n';
 }
 
 } // namespace
@@ -79,10 +149,13 @@ int main(int argc, char** argv)
         out << "network changes: " << changes.join(QLatin1Char(',')) << '\n';
     }
 
+    useHelpers(out);
+
     const QString offline = kxGetWebResMuiFile(QStringLiteral("offline.html"));
     out << "offline page: " << offline << '\n';
 
-    ConsumerDialog dialog{QUrl(offline)};
+    const QTemporaryDir dir;
+    ConsumerDialog dialog(writePage(dir), nullptr, QUrl(offline));
     dialog.resize(480, 320);
     out << "dialog classes: " << dialog.metaObject()->className() << " < "
         << dialog.metaObject()->superClass()->className() << '\n';
@@ -91,6 +164,6 @@ int main(int argc, char** argv)
     const int result = dialog.exec();
     out << "dialog: " << (result == QDialog::Accepted ? "accepted" : "rejected") << ", shown "
         << dialog.shownSize.width() << 'x' << dialog.shownSize.height() << '\n';
-    out << "page asked the consumer's version: " << yesNo(dialog.versionCalls > 0) << '\n';
+    out << "page saw: " << dialog.windowTitle() << '\n';
     return 0;
 }

@@ -74,7 +74,7 @@ protected:
     bool event(QEvent* event) override;
 
 private slots:
-    void rebuildTitleArea();
+    void onTitleCommandsChanged();
 
 private:
     int addCommands(KListCommand* list, const QVariantList& entries);

@@ -1,0 +1,5 @@
+#include "kxwebdlgengine.h"
+
+KxWebDlgEngine::KxWebDlgEngine(QObject* parent)
+    : QObject(parent)
+{}
