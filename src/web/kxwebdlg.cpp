@@ -95,9 +95,12 @@ struct KxWebDlg::Private
     QString expId;
     QString expVar;
     QTimer* loadTimer = nullptr;
+    // Starts the modal run once the engine's load signal has returned: a
+    // modal run inside it would hold the engine's loader mid-call, and a
+    // page the user loads meanwhile frees what that call still uses.
+    QTimer* showTimer = nullptr;
     QEventLoop* loadLoop = nullptr;
     bool shown = false;
-    int result = 0; // of the last modal run
     QString onCloseCallback;
     QString onEscPressCallback;
     QString onLoginSuccess;
@@ -115,8 +118,7 @@ void KxWebDlg::Private::startModalRun(KxWebDlg* dialog)
     if (shown)
         return;
     shown = true;
-    result = dialog->KxNimboCustomFrameDlg::exec();
-    loadLoop->exit(result);
+    loadLoop->exit(dialog->KxNimboCustomFrameDlg::exec());
 }
 
 bool KxWebDlg::Private::callbackAnswersOne(const QString& script)
@@ -140,6 +142,9 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
 
     d->engine = KxWebDlgEngine::create(this);
     d->loadTimer = new QTimer(this);
+    d->showTimer = new QTimer(this);
+    d->showTimer->setSingleShot(true);
+    d->showTimer->setInterval(0);
     d->loadLoop = new QEventLoop(this);
 
     auto* layout = new QVBoxLayout;
@@ -163,6 +168,7 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
     connect(d->engine, &KxWebDlgEngine::titleChanged, this, &QWidget::setWindowTitle);
     connect(d->engine, &KxWebDlgEngine::loadFinished, this, &KxWebDlg::on_loadFinished);
     connect(d->loadTimer, &QTimer::timeout, this, &KxWebDlg::on_loadTimedOut);
+    connect(d->showTimer, &QTimer::timeout, this, [this] { d->startModalRun(this); });
 }
 
 // The view may still report on a load while the widgets go, after the
@@ -177,12 +183,9 @@ int KxWebDlg::exec()
     // Every exec() shows the dialog once; without this a second call would
     // wait for ever.
     d->shown = false;
+    d->showTimer->stop();
     qCDebug(lcAuthWeb, "loading %s", qUtf8Printable(d->url.toDisplayString()));
     d->engine->load(d->url);
-    // Some addresses (an empty one) finish within the load: the modal run
-    // has already happened, before the waiting loop could run.
-    if (d->shown)
-        return d->result;
     d->loadTimer->setSingleShot(true);
     d->loadTimer->start(kLoadWaitMs);
     return d->loadLoop->exec(QEventLoop::ExcludeUserInputEvents);
@@ -414,7 +417,7 @@ void KxWebDlg::on_loadFinished(bool ok)
         return;
     }
     d->loadTimer->stop();
-    d->startModalRun(this);
+    d->showTimer->start();
 }
 
 void KxWebDlg::on_loadTimedOut()
