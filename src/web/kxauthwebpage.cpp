@@ -4,18 +4,42 @@
 
 #include <QWebSettings>
 
+#include <algorithm>
+
 KxAuthWebPage::KxAuthWebPage(QObject* parent)
     : QWebPage(parent)
 {
-    // WebKit refuses window.open from script unless told otherwise; the
-    // dialog's bridge tells pages that they may (isSupportWindowOpen).
-    settings()->setAttribute(QWebSettings::JavascriptCanOpenWindows, true);
+    setScriptWindowsAllowed(false);
+}
+
+// WebKit does not own the pages it asks for; nobody else would free them.
+KxAuthWebPage::~KxAuthWebPage()
+{
+    for (const QPointer<KxPopupWebPage>& popup : qAsConst(m_popups))
+        delete popup.data();
+}
+
+void KxAuthWebPage::setScriptWindowsAllowed(bool allowed)
+{
+    m_windowsAllowed = allowed;
+    // WebKit refuses window.open from script outside a click unless told
+    // otherwise; the bridge tells pages that they may (isSupportWindowOpen).
+    settings()->setAttribute(QWebSettings::JavascriptCanOpenWindows, allowed);
+}
+
+int KxAuthWebPage::popupCount() const
+{
+    return int(
+        std::count_if(m_popups.cbegin(), m_popups.cend(),
+                      [](const QPointer<KxPopupWebPage>& popup) { return !popup.isNull(); }));
 }
 
 QWebPage* KxAuthWebPage::createWindow(QWebPage::WebWindowType /*type*/)
 {
+    m_popups.removeAll(nullptr);
+    if (!m_windowsAllowed || m_popups.size() >= kMaxPopups)
+        return nullptr;
     auto* popup = new KxPopupWebPage(nullptr);
-    // WebKit does not own the pages it asks for; nobody else would free it.
-    connect(this, &QObject::destroyed, popup, [popup] { delete popup; });
+    m_popups.append(popup);
     return popup;
 }

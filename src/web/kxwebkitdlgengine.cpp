@@ -6,6 +6,50 @@
 #include <QWebFrame>
 #include <QWebSecurityOrigin>
 
+namespace {
+
+// The setter throws as a sandboxed document's does. Defined on the
+// document itself, not configurable: the page's own script cannot take it
+// back.
+const char kLockDocumentDomain[] = R"((function () {
+    var domain = Object.getOwnPropertyDescriptor(Document.prototype, "domain");
+    if (!domain || Object.getOwnPropertyDescriptor(document, "domain"))
+        return;
+    Object.defineProperty(document, "domain", {
+        get: domain.get,
+        set: function () {
+            var refused = new Error("document.domain cannot be changed in this dialog");
+            refused.name = "SecurityError";
+            throw refused;
+        },
+        enumerable: true,
+        configurable: false
+    });
+})())";
+
+// True where the frame's script can read the main frame's document, and so
+// call whatever that offers. `top` and `document` are not configurable: the
+// frame's own script cannot fake the answer.
+const char kReachesTop[] =
+    "(function () { try { return !!top.document; } catch (e) { return false; } })()";
+
+QUrl originUrl(const QWebSecurityOrigin& origin)
+{
+    QUrl url;
+    url.setScheme(origin.scheme());
+    url.setHost(origin.host());
+    if (origin.port() > 0)
+        url.setPort(origin.port());
+    return url;
+}
+
+bool sameOrigin(const QWebSecurityOrigin& a, const QWebSecurityOrigin& b)
+{
+    return a.scheme() == b.scheme() && a.host() == b.host() && a.port() == b.port();
+}
+
+} // namespace
+
 // This build's engine.
 KxWebDlgEngine* KxWebDlgEngine::create(QWidget* dialog)
 {
@@ -63,6 +107,33 @@ void KxWebKitDlgEngine::setViewportSize(const QSize& size)
 void KxWebKitDlgEngine::publish(const QString& name, QObject* object)
 {
     m_page->mainFrame()->addToJavaScriptWindowObject(name, object);
+}
+
+void KxWebKitDlgEngine::lockDocumentDomain()
+{
+    m_page->mainFrame()->evaluateJavaScript(QLatin1String(kLockDocumentDomain));
+}
+
+bool KxWebKitDlgEngine::foreignFrameReachesMainFrame(
+    const std::function<bool(const QUrl& origin)>& sameParty)
+{
+    const QWebSecurityOrigin main = m_page->mainFrame()->securityOrigin();
+    QList<QWebFrame*> frames = m_page->mainFrame()->childFrames();
+    while (!frames.isEmpty()) {
+        QWebFrame* frame = frames.takeLast();
+        frames += frame->childFrames();
+        const QWebSecurityOrigin origin = frame->securityOrigin();
+        if (sameOrigin(origin, main) || sameParty(originUrl(origin)))
+            continue;
+        if (frame->evaluateJavaScript(QLatin1String(kReachesTop)).toBool())
+            return true;
+    }
+    return false;
+}
+
+void KxWebKitDlgEngine::setScriptWindowsAllowed(bool allowed)
+{
+    m_page->setScriptWindowsAllowed(allowed);
 }
 
 QVariant KxWebKitDlgEngine::evaluate(const QString& script)

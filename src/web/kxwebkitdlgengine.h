@@ -21,6 +21,10 @@ public:
     QUrl documentUrl() const override;
     void setViewportSize(const QSize& size) override;
     void publish(const QString& name, QObject* object) override;
+    void lockDocumentDomain() override;
+    bool
+    foreignFrameReachesMainFrame(const std::function<bool(const QUrl& origin)>& sameParty) override;
+    void setScriptWindowsAllowed(bool allowed) override;
     QVariant evaluate(const QString& script) override;
 
 private:

@@ -19,6 +19,7 @@
 #include <vex/kresourcescheme.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QScreen>
 #include <QUrlQuery>
 #include <QWebElement>
 #include <QWebFrame>
@@ -80,14 +81,14 @@ private slots:
         // Not placed yet: only the size changes.
         dialog.resize(300, 200);
         QCOMPARE(dialog.geometry(), QRect(0, 0, 302, 241));
-        // Sizes no widget can have are kept within what one can (and the
+        // Sizes beyond the screen are kept to its available area (and the
         // sums with the margins do not overflow).
         dialog.resize(INT_MAX, INT_MAX);
-        QCOMPARE(dialog.maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+        QCOMPARE(dialog.maximumSize(), QSize(800, 600));
         dialog.resize(INT_MIN, INT_MIN);
         QCOMPARE(dialog.size(), QSize(2, 41));
         dialog.moveTo(INT_MAX, INT_MIN);
-        QCOMPARE(dialog.pos(), QPoint(QWIDGETSIZE_MAX, -QWIDGETSIZE_MAX));
+        QCOMPARE(dialog.pos(), QPoint(798, 0));
     }
 
     // When the dialog shows: at once after a load, after the one-second wait
@@ -185,34 +186,41 @@ private slots:
     }
 
     // Page script sizes the contents area; once placed, the centre stays
-    // (halves toward zero).
+    // (halves toward zero). Size and place stay within the screen's
+    // available area, 800 x 600 offscreen.
     void resize_data()
     {
-        QTest::addColumn<QSize>("content");
+        QTest::addColumn<QString>("script");
         QTest::addColumn<QRect>("geometry");
 
         // From 602 x 341 at (100, 100).
-        QTest::newRow("smaller") << QSize(400, 200) << QRect(200, 150, 402, 241);
-        QTest::newRow("one narrower, toward zero") << QSize(599, 299) << QRect(100, 100, 601, 340);
-        QTest::newRow("negative") << QSize(-10, -10) << QRect(400, 250, 2, 41);
+        QTest::newRow("smaller") << "resize(400, 200)" << QRect(200, 150, 402, 241);
+        QTest::newRow("one narrower, toward zero")
+            << "resize(599, 299)" << QRect(100, 100, 601, 340);
+        QTest::newRow("negative") << "resize(-10, -10)" << QRect(400, 250, 2, 41);
+        QTest::newRow("beyond the screen") << "resize(30000, 30000)" << QRect(0, 0, 800, 600);
+        QTest::newRow("past the top") << "resize(600, 540)" << QRect(100, 0, 602, 581);
+        QTest::newRow("off the screen")
+            << "moveTo(-2147483648, -2147483648)" << QRect(0, 0, 602, 341);
+        QTest::newRow("past the corner") << "moveTo(30000, 30000)" << QRect(198, 259, 602, 341);
     }
 
     void resize()
     {
-        QFETCH(QSize, content);
+        QFETCH(QString, script);
         QFETCH(QRect, geometry);
 
+        QCOMPARE(QGuiApplication::primaryScreen()->availableGeometry(), QRect(0, 0, 800, 600));
         KxWebDlg dialog(m_server.url("/page"));
         execShown(dialog, [&] {
             js(dialog, "zentoctx.moveTo(100, 100)");
             QTRY_COMPARE(dialog.pos(), QPoint(100, 100));
-            js(dialog,
-               QString("zentoctx.resize(%1, %2)").arg(content.width()).arg(content.height()));
+            js(dialog, "zentoctx." + script);
             QTRY_COMPARE(dialog.geometry(), geometry);
             QCOMPARE(dialog.minimumSize(), geometry.size());
             QCOMPARE(dialog.maximumSize(), geometry.size());
             QTRY_COMPARE(webView(dialog)->geometry(),
-                         QRect(QPoint(1, 40), content.expandedTo(QSize(0, 0))));
+                         QRect(QPoint(1, 40), geometry.size() - QSize(2, 41)));
         });
     }
 
@@ -384,6 +392,67 @@ private slots:
         QCOMPARE(warnings.warnings().size(), opened ? 0 : 1);
         QCOMPARE(after, before);
         QCOMPARE(dialog.windowTitle(), QString("Links"));
+    }
+
+    // A window page script opens loads nothing: its address goes to the
+    // system, and so does a link the user clicks into it, but a form sent
+    // there goes nowhere. Each pop-up goes once it has navigated, and a page
+    // holds a few at most.
+    void popups_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<bool>("click"); // then the user clicks the link into "pop"
+        QTest::addColumn<int>("opened");
+        QTest::addColumn<int>("left"); // pop-ups alive once events have run
+
+        QTest::newRow("window.open")
+            << "window.open('https://help.zento.example/0')" << false << 1 << 0;
+        QTest::newRow("a thousand") << "for (var i = 0; i < 1000; ++i)"
+                                       "window.open('https://help.zento.example/' + i)"
+                                    << false << KxAuthWebPage::kMaxPopups << 0;
+        QTest::newRow("form into a pop-up")
+            << "window.open('', 'pop'); document.getElementById('form').submit()" << false << 0
+            << 0;
+        QTest::newRow("link into a pop-up") << "window.open('', 'pop')" << true << 1 << 0;
+    }
+
+    void popups()
+    {
+        QFETCH(QString, script);
+        QFETCH(bool, click);
+        QFETCH(int, opened);
+        QFETCH(int, left);
+
+        KTestHttpServer server;
+        QVERIFY(server.listen());
+        server.addPage("/target", kPage);
+        server.addPage("/page", QString("<form id='form' method='post' target='pop' action='%1'>"
+                                        "<input name='a' value='b'></form><a id='link' "
+                                        "target='pop' href='%1' style='display:block;height:40px'>"
+                                        "into</a>")
+                                    .arg(server.url("/target").toString())
+                                    .toUtf8());
+        KxWebDlg dialog(server.url("/page"));
+        KUrlCatcher catcher;
+        auto* page = qobject_cast<KxAuthWebPage*>(webView(dialog)->page());
+        int alive = -1;
+        execShown(dialog, [&] {
+            js(dialog, script);
+            alive = page->popupCount();
+            if (click)
+                QVERIFY(clickElement(dialog, "#link"));
+            QTRY_COMPARE(page->popupCount(), left);
+            // A last window, and the page loaded again after what the
+            // script started: the others have been dealt with by then.
+            js(dialog, "window.open('https://barrier.zento.example/')");
+            QSignalSpy loaded(webView(dialog), &QWebView::loadFinished);
+            js(dialog, "setTimeout(function(){ location.reload(); }, 0)");
+            QVERIFY(loaded.wait());
+        });
+        QVERIFY2(alive <= KxAuthWebPage::kMaxPopups, qPrintable(QString::number(alive)));
+        QCOMPARE(catcher.urls.size(), opened + 1);
+        QCOMPARE(server.requestCount("/target"), 0);
+        QCOMPARE(server.requestCount("/page"), 2);
     }
 
     // The library's offline page as the fallback: it shows the host's facts
