@@ -316,8 +316,8 @@ private slots:
         QCOMPARE(m_host->webModule()->isNimboOffLineMode(), offline);
     }
 
-    // The jump base and the centres point at the local server, or at a port
-    // nobody listens on; there the personal centre's address with automatic
+    // The jump base and the centres point at the local server, or at port 0,
+    // which nobody can serve; there the personal centre's address with automatic
     // sign-in is caught, not opened.
     void servicePages_data()
     {
@@ -328,8 +328,8 @@ private slots:
 
         QTest::newRow("local") << int(KZentoOfficeHost::InternetPages) << int(Qt::Key_Down)
                                << "LOCAL" << true;
-        QTest::newRow("unreachable")
-            << int(KZentoOfficeHost::LocalPages) << int(Qt::Key_Down) << "" << true;
+        QTest::newRow("unreachable") << int(KZentoOfficeHost::LocalPages) << int(Qt::Key_Down)
+                                     << "http://127.0.0.1:0/go" << true;
         QTest::newRow("internet") << int(KZentoOfficeHost::UnreachablePages) << int(Qt::Key_Home)
                                   << kDefaultJump << false;
     }
@@ -345,13 +345,7 @@ private slots:
         KLocalServiceServer* server = m_host->serviceServer();
         QTest::keyClick(control<QComboBox>("servicePages"), Qt::Key(key));
         const QString jump = krt::product::getString("JumpUrl");
-        if (jumpBase == "LOCAL")
-            QCOMPARE(jump, server->jumpBase().toString());
-        else if (jumpBase.isEmpty())
-            QVERIFY(jump.startsWith("http://127.0.0.1:") &&
-                    !jump.contains(QString::number(server->port())));
-        else
-            QCOMPARE(jump, jumpBase);
+        QCOMPARE(jump, jumpBase == "LOCAL" ? server->jumpBase().toString() : jumpBase);
         if (!caught)
             return; // the browser's now
         const QString center = krt::product::getString("PersonalCenterUrl");
