@@ -14,6 +14,7 @@
 #include <qcommjson.h>
 
 #include <vex/kxsettings.h>
+#include <vex/kzentostyle.h>
 #include <vexlite/kdcinfoc.h>
 #include <vexlite/khksoftwaresettings.h>
 #include <vexlite/krtauth.h>
@@ -228,6 +229,9 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
     setTitleColor(QColor(QStringLiteral("#6C7079")));
 
     d->engine = KxWebDlgEngine::create(this);
+    // Pages are written for 100 %: at the host's display scale they grow
+    // with the frame around them.
+    d->engine->setZoomFactor(KZentoStyle::dpiScale());
     d->loadTimer = new QTimer(this);
     d->showTimer = new QTimer(this);
     d->showTimer->setSingleShot(true);
@@ -287,8 +291,12 @@ void KxWebDlg::resize(int contentWidth, int contentHeight)
     const QMargins margins = contentsMargins();
     const int horizontal = margins.left() + margins.right();
     const int vertical = margins.top() + margins.bottom();
-    const QSize content(qBound(0, contentWidth, area.width() - horizontal),
-                        qBound(0, contentHeight, area.height() - vertical));
+    // The page's pixels, at the host's display scale.
+    const qreal scale = KZentoStyle::dpiScale();
+    const QSize content(qBound(0, qRound(qBound(0, contentWidth, QWIDGETSIZE_MAX) * scale),
+                               area.width() - horizontal),
+                        qBound(0, qRound(qBound(0, contentHeight, QWIDGETSIZE_MAX) * scale),
+                               area.height() - vertical));
     const int width = content.width() + horizontal;
     const int height = content.height() + vertical;
     // A hidden dialog lays nothing out, so the page would load at the

@@ -34,6 +34,8 @@ public:
     virtual QUrl documentUrl() const = 0;
     // The size pages are laid out at while the view is hidden.
     virtual void setViewportSize(const QSize& size) = 0;
+    // How many of the view's pixels a page's pixel takes.
+    virtual void setZoomFactor(qreal factor) = 0;
 
     // Publishes object to the script of the main frame's document as name.
     virtual void publish(const QString& name, QObject* object) = 0;

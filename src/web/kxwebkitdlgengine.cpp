@@ -104,6 +104,11 @@ void KxWebKitDlgEngine::setViewportSize(const QSize& size)
     m_page->setViewportSize(size);
 }
 
+void KxWebKitDlgEngine::setZoomFactor(qreal factor)
+{
+    m_view->setZoomFactor(factor);
+}
+
 void KxWebKitDlgEngine::publish(const QString& name, QObject* object)
 {
     m_page->mainFrame()->addToJavaScriptWindowObject(name, object);

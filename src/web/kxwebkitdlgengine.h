@@ -20,6 +20,7 @@ public:
     QUrl url() const override;
     QUrl documentUrl() const override;
     void setViewportSize(const QSize& size) override;
+    void setZoomFactor(qreal factor) override;
     void publish(const QString& name, QObject* object) override;
     void lockDocumentDomain() override;
     bool

@@ -228,18 +228,27 @@ private slots:
     // its resize() before the dialog is placed only fixes the size.
     void sizeWhileLoading_data()
     {
+        QTest::addColumn<qreal>("scale"); // the host's display scale
         QTest::addColumn<QString>("script");
-        QTest::addColumn<QSize>("content");
+        QTest::addColumn<QSize>("content"); // in the page's pixels
+        QTest::addColumn<QSize>("size");
 
-        QTest::newRow("default") << "" << QSize(600, 300);
-        QTest::newRow("400 x 200") << "zentoctx.resize(400, 200);" << QSize(400, 200);
+        QTest::newRow("default") << 1.0 << "" << QSize(600, 300) << QSize(602, 341);
+        QTest::newRow("400 x 200")
+            << 1.0 << "zentoctx.resize(400, 200);" << QSize(400, 200) << QSize(402, 241);
+        // The page grows with the frame, its title bar twice as high.
+        QTest::newRow("300 x 200 at 200 %")
+            << 2.0 << "zentoctx.resize(300, 200);" << QSize(300, 200) << QSize(602, 481);
     }
 
     void sizeWhileLoading()
     {
+        QFETCH(qreal, scale);
         QFETCH(QString, script);
         QFETCH(QSize, content);
+        QFETCH(QSize, size);
 
+        krt::hostcontrol::setDisplayScale(scale);
         KTestHttpServer server;
         QVERIFY(server.listen());
         server.addPage("/page", "<script>" + script.toUtf8() +
@@ -247,7 +256,7 @@ private slots:
         KxWebDlg dialog(server.url("/page"));
         execShown(dialog);
         QCOMPARE(dialog.windowTitle(), QString("%1x%2").arg(content.width()).arg(content.height()));
-        QCOMPARE(dialog.size(), content + QSize(2, 41));
+        QCOMPARE(dialog.size(), size);
         QCOMPARE(dialog.minimumSize(), dialog.size());
     }
 
