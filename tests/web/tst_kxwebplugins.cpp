@@ -1,20 +1,12 @@
-// The web plug-in registry and factory, the view's mime-type set, and the
-// pages that decide about new windows. The mime-type set is filled once per
-// process, so the two functions that look at it come first.
-
-#include "kurlcatcher.h"
-#include "kwarningcatcher.h"
-#include "kwebdlgdriver.h"
+// The web plug-in registry and factory, and the view's mime-type set. The
+// mime-type set is filled once per process, so the two functions that look
+// at it come first.
 
 #include <ikxwebpluginfactoryitem.h>
-#include <kxauthwebpage.h>
 #include <kxauthwebview.h>
-#include <kxpopupwebpage.h>
-#include <kxwebdlg.h>
 #include <kxwebpluginfactory.h>
 #include <kxwebpluginfactoryitemregister.h>
 
-#include <QNetworkRequest>
 #include <QWebElement>
 #include <QWebFrame>
 #include <QWebSettings>
@@ -22,8 +14,6 @@
 
 #include <memory>
 #include <vector>
-
-using namespace AuthTest;
 
 namespace {
 
@@ -73,12 +63,6 @@ Registers registerItems(const QStringList& descriptions)
             std::make_unique<KxWebPluginFactoryItemRegister>(new TestItem(description)));
     return registers;
 }
-
-class PopupProbe : public KxPopupWebPage
-{
-public:
-    using KxPopupWebPage::acceptNavigationRequest;
-};
 
 } // namespace
 
@@ -189,48 +173,6 @@ private slots:
                  QStringList{"chart application/x-zento-chart http://zento.example/d/chart.json "
                              "colour=blue type=application/x-zento-chart data=chart.json "
                              "width=120 height=60 src=chart.json"});
-    }
-
-    // A window opened by script loads nothing: every navigation is refused,
-    // and the first, if it is the opened address or a clicked link, goes to
-    // the system.
-    void popupNavigation_data()
-    {
-        QTest::addColumn<QList<int>>("types");
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<bool>("opened");
-
-        const int other = QWebPage::NavigationTypeOther;
-        const int link = QWebPage::NavigationTypeLinkClicked;
-        QTest::newRow("opened window, web")
-            << QList<int>{other} << "https://zento.example/" << true;
-        QTest::newRow("opened window, file") << QList<int>{other} << "file:///etc/hosts" << false;
-        QTest::newRow("link") << QList<int>{link} << "https://zento.example/" << true;
-        QTest::newRow("form") << QList<int>{int(QWebPage::NavigationTypeFormSubmitted)}
-                              << "https://zento.example/" << false;
-        QTest::newRow("after the first")
-            << QList<int>{other, link, other} << "https://zento.example/" << true;
-    }
-
-    void popupNavigation()
-    {
-        QFETCH(QList<int>, types);
-        QFETCH(QString, address);
-        QFETCH(bool, opened);
-
-        KUrlCatcher catcher;
-        KWarningCatcher warnings;
-        QPointer<PopupProbe> popup = new PopupProbe;
-        for (int type : types)
-            QVERIFY(!popup->acceptNavigationRequest(popup->mainFrame(),
-                                                    QNetworkRequest(QUrl(address)),
-                                                    QWebPage::NavigationType(type)));
-        QCOMPARE(catcher.urls, opened ? QList<QUrl>{QUrl(address)} : QList<QUrl>());
-        QCOMPARE(warnings.warnings().size(), address.startsWith("file") ? 1 : 0);
-        // Freed once back in the event loop.
-        QCoreApplication::sendPostedEvents(popup, QEvent::DeferredDelete);
-        QVERIFY(popup.isNull());
-        delete popup;
     }
 };
 
