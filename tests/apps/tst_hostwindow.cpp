@@ -37,6 +37,7 @@
 #include <QPlainTextEdit>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QtTest>
 
 #include <memory>
@@ -89,6 +90,16 @@ class TestHostWindow : public QObject
         const std::unique_ptr<QSignalSpy> read(stateRead());
         return KTestAppDir::write(m_statePath, json) && read->wait(5000);
     }
+    // The main frame of the web dialog's page.
+    static QObject* webFrame(QDialog* dialog)
+    {
+        if (!dialog || !dialog->inherits("KxWebDlg"))
+            return nullptr;
+        const QList<QObject*> objects = dialog->findChildren<QObject*>();
+        const auto frame = std::find_if(objects.cbegin(), objects.cend(),
+                                        [](QObject* o) { return o->inherits("QWebFrame"); });
+        return frame == objects.cend() ? nullptr : *frame;
+    }
     bool signedInAs(const QString& name) const
     {
         auto* button = qobject_cast<QAbstractButton*>(pocket("UserCenter"));
@@ -125,6 +136,12 @@ private slots:
             m_host->setOffline(false);
         if (m_host->servicePages() != KZentoOfficeHost::InternetPages)
             m_host->setServicePages(KZentoOfficeHost::InternetPages);
+        if (!krt::product::isSupported("SimplifiedUserCenter") ||
+            krt::product::isSupported("IntranetVersion") || m_window->isEmbedding()) {
+            m_host->setFeatureSupported("SimplifiedUserCenter", true);
+            m_host->setFeatureSupported("IntranetVersion", false);
+            m_window->setEmbedding(false);
+        }
         QVERIFY(setState(kSignedIn));
         QTRY_VERIFY(signedInAs("Demo User"));
         // Dialogs come and go; shortcuts need the window active.
@@ -266,12 +283,12 @@ private slots:
         QTest::addColumn<qreal>("scale");      // before the key; 0: the screen's
         QTest::addColumn<QString>("box");
         QTest::addColumn<int>("key");
-        QTest::addColumn<QStringList>("texts"); // File menu, personal centre, panel title
+        QTest::addColumn<QStringList>("texts"); // File menu, personal centre, panel, first tab
         QTest::addColumn<qreal>("scaleAfter");
         QTest::addColumn<bool>("offline"); // after a click on the box
 
-        const QStringList english{"&File", "Personal Center", "Developer Panel"};
-        const QStringList chinese{"文件(&F)", "个人中心", "开发者面板"};
+        const QStringList english{"&File", "Personal Center", "Developer Panel", "Document 1"};
+        const QStringList chinese{"文件(&F)", "个人中心", "开发者面板", "文档 1"};
         QTest::newRow("Chinese") << "en_US" << 0.0 << "language" << int(Qt::Key_Down) << chinese
                                  << 0.0 << false;
         QTest::newRow("English") << "zh_CN" << 0.0 << "language" << int(Qt::Key_Up) << english
@@ -300,6 +317,7 @@ private slots:
         QTRY_COMPARE(m_window->findChild<QMenuBar*>()->actions().first()->text(), texts[0]);
         QTRY_COMPARE(m_window->findCommand("KxOpenPersonalCenterCommand")->text(), texts[1]);
         QCOMPARE(m_window->developerPanel()->windowTitle(), texts[2]);
+        QCOMPARE(m_window->documents()->tabText(0), texts[3]);
         QCOMPARE(krt::hostcontrol::displayScale(), scaleAfter);
         QTRY_COMPARE(pocket("UserCenter")->height(),
                      qRound(28 * (scaleAfter > 0 ? scaleAfter : 1)));
@@ -314,6 +332,92 @@ private slots:
             KShellApplicaitons::instance()->getActiveApp()->accountService();
         QCOMPARE(account->isLogoutDuetoOffLine(), offline);
         QCOMPARE(m_host->webModule()->isNimboOffLineMode(), offline);
+    }
+
+    // The product's features and the window's embedding, switched in the
+    // panel, decide at once who sees the account button and the personal
+    // centre.
+    void productSwitches_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<bool>("company");
+        QTest::addColumn<bool>("button");
+        QTest::addColumn<bool>("personalCentre");
+
+        QTest::newRow("not simplified") << "SimplifiedUserCenter" << false << false << false;
+        QTest::newRow("not simplified, company") << "SimplifiedUserCenter" << true << true << true;
+        QTest::newRow("intranet") << "IntranetVersion" << false << true << false;
+        QTest::newRow("embedded") << "embedding" << true << false << false;
+    }
+
+    void productSwitches()
+    {
+        QFETCH(QString, box);
+        QFETCH(bool, company);
+        QFETCH(bool, button);
+        QFETCH(bool, personalCentre);
+
+        if (company)
+            QVERIFY(
+                setState(R"({"IsLogined": true, "Name": "Demo User", "IsCompanyAccount": true})"));
+        KCommand* centre = m_window->findCommand("KxOpenPersonalCenterCommand");
+        centre->update();
+        QVERIFY(pocket("UserCenter")->isVisible() && centre->isVisible());
+        QTest::keyClick(control<QAbstractButton>(qPrintable(box)), Qt::Key_Space);
+        QCOMPARE(pocket("UserCenter")->isVisible(), button);
+        centre->update();
+        QCOMPARE(centre->isVisible(), personalCentre);
+    }
+
+    // The named commands that go on past the plug-in, and the account
+    // service's calls, reach the host; Activity lists them with what the
+    // desktop was asked to open: the host opens the enterprise centre, the
+    // plug-in the personal one, each wrapped for the demo user.
+    void hostHearsTheAccount_data()
+    {
+        QTest::addColumn<QString>("command");      // triggered; CLICK: a left click on the account
+        QTest::addColumn<QStringList>("activity"); // the lines it adds; OPENED: the centre's
+        QTest::addColumn<QString>("centre");       // product string; empty: nothing opened
+
+        QTest::newRow("enterprise centre")
+            << "KEnterpriseCenterTriggerCommand"
+            << QStringList{"Host command OpenEnterpriseCenter", "Opened OPENED"}
+            << "EnterpriseCenterUrl";
+        QTest::newRow("personal centre")
+            << "KxOpenPersonalCenterCommand"
+            << QStringList{"Opened OPENED", "Host command OpenUserCenter"} << "PersonalCenterUrl";
+        QTest::newRow("left click")
+            << "CLICK" << QStringList{R"(Account service: entry 4 ("", ""))"} << "";
+    }
+
+    void hostHearsTheAccount()
+    {
+        QFETCH(QString, command);
+        QFETCH(QStringList, activity);
+        QFETCH(QString, centre);
+
+        m_host->setServicePages(KZentoOfficeHost::LocalPages);
+        auto* log = control<QPlainTextEdit>("activity");
+        const int before = log->document()->blockCount();
+        const int caught = m_host->caughtUrls().size();
+        if (command == "CLICK")
+            QTest::mouseClick(pocket("UserCenter"), Qt::LeftButton);
+        else
+            m_window->findCommand(command)->action()->trigger();
+
+        QCOMPARE(m_host->caughtUrls().size(), caught + !centre.isEmpty());
+        if (!centre.isEmpty()) {
+            const QString opened = m_host->caughtUrls().last().toString();
+            const QString target = krt::product::getString(centre);
+            QVERIFY2(opened.startsWith("https://account.zentooffice.example/autologin?token=") &&
+                         opened.endsWith("&target=" + QUrl::toPercentEncoding(target)),
+                     qPrintable(opened));
+            activity.replaceInStrings("OPENED", opened);
+        }
+        QStringList added;
+        for (int i = before; i < log->document()->blockCount(); ++i)
+            added << log->document()->findBlockByNumber(i).text().section("  ", 1, -1);
+        QCOMPARE(added, activity);
     }
 
     // The jump base and the centres point at the local server, or at a port
@@ -403,6 +507,124 @@ private slots:
         dialogShown.start(10);
         m_window->findChild<QAction*>("actionWelcome")->trigger();
         QVERIFY2(url.startsWith(shown), qPrintable(url));
+    }
+
+    // The bridge page in the plug-in's web dialog (Help > Bridge Page): the
+    // calls it makes on load and what they returned, refusals among them;
+    // its buttons size, move and close the dialog, open a window and sign
+    // in; the dialog asks the page's callbacks before Escape or a close.
+    void bridgePage_data()
+    {
+        QTest::addColumn<bool>("signedIn");
+        QTest::addColumn<QString>("action");    // a button of the page, ESCAPE or CLOSE
+        QTest::addColumn<bool>("keepOpen");     // what the page's callbacks answer
+        QTest::addColumn<QStringList>("calls"); // among the page's, "call → result"
+        QTest::addColumn<QVariant>("effect");   // contents size, place, or the address opened
+        QTest::addColumn<QString>("closed");    // in the status bar; empty: left open
+
+        const QString help = "LOCAL/go/help_page";
+        const auto row = [](const char* name, bool signedIn, const char* action, bool keepOpen,
+                            const QStringList& calls, const QVariant& effect, const char* closed) {
+            QTest::newRow(name) << signedIn << action << keepOpen << calls << effect << closed;
+        };
+        row("on load", true, "", false,
+            {"version() → \"12.1.0.17890\"", "isLogined() → true",
+             "loginedUserId() → \"demo-0001\"",
+             "readStrReg(key, \"Note\") → \"from the bridge page\"",
+             "readStrReg(\"Corvane\\..\\..\\Web\", \"Note\") → \"\"",
+             "openUrl(\"file:///etc/hostname\") → false"},
+            QVariant(), "");
+        row("resize", true, "resize", false, {"resize(640, 460) → (no value)"}, QSize(640, 460),
+            "");
+        row("move", true, "move", false, {"moveTo(80, 60) → (no value)"}, QPoint(80, 60), "");
+        row("window", true, "window", false, {"window.open(\"" + help + "\") !== null → true"},
+            QUrl(help), "");
+        row("accept", true, "accept", false, {"accept() → (no value)"}, QVariant(), "accepted");
+        row("Escape", true, "ESCAPE", false, {"Escape callback → 0"}, QVariant(), "rejected");
+        row("close, kept open", true, "CLOSE", true, {"close callback → 1"}, QVariant(), "");
+        row("login", false, "login", false,
+            {"isLogined() → false", "login success callback: loginedUserId() → \"demo-0001\""},
+            QVariant(), "");
+    }
+
+    void bridgePage()
+    {
+        QFETCH(bool, signedIn);
+        QFETCH(QString, action);
+        QFETCH(bool, keepOpen);
+        QFETCH(QStringList, calls);
+        QFETCH(QVariant, effect);
+        QFETCH(QString, closed);
+
+        m_host->setServicePages(KZentoOfficeHost::LocalPages);
+        if (!signedIn)
+            QVERIFY(setState(kSignedOut));
+        const QString local = m_host->serviceServer()->baseUrl().toString();
+        calls.replaceInStrings("LOCAL", local);
+        m_window->statusBar()->clearMessage();
+        QStringList made;
+        bool allMade = false;
+        QVariant seen;
+        bool leftOpen = false;
+        QElapsedTimer waiting;
+        waiting.start();
+        QTimer shown;
+        connect(&shown, &QTimer::timeout, this, [&] {
+            auto* dialog = m_window->findChild<QDialog*>();
+            QObject* frame = dialog && dialog->isVisible() ? webFrame(dialog) : nullptr;
+            const auto script = [frame](const QString& js) {
+                QVariant result;
+                QMetaObject::invokeMethod(frame, "evaluateJavaScript",
+                                          Q_RETURN_ARG(QVariant, result), Q_ARG(QString, js));
+                return result;
+            };
+            // Once the calls made on load are done; a page that never gets
+            // there fails the row instead of holding the run.
+            const QString loaded = frame ? script("JSON.stringify(bridgeCalls)").toString() : "";
+            if (!loaded.contains("file:") && !waiting.hasExpired(10000))
+                return;
+            shown.stop();
+            if (!loaded.contains("file:")) {
+                made = QStringList{"page not ready:", loaded};
+                if (dialog)
+                    dialog->reject();
+                return;
+            }
+            if (keepOpen)
+                script("document.getElementById('keep-open').checked = true");
+            if (action == "ESCAPE")
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            else if (action == "CLOSE")
+                dialog->close();
+            else if (!action.isEmpty())
+                script("document.getElementById('" + action + "').click()");
+            allMade = QTest::qWaitFor(
+                [&] {
+                    made = script("bridgeCalls.map(c => c.join(' → '))").toStringList();
+                    return std::all_of(calls.cbegin(), calls.cend(),
+                                       [&](const QString& call) { return made.contains(call); });
+                },
+                5000);
+            seen = effect.type() == QVariant::Size    ? QVariant(dialog->contentsRect().size())
+                   : effect.type() == QVariant::Point ? QVariant(dialog->pos())
+                                                      : QVariant();
+            leftOpen = dialog->isVisible();
+            if (leftOpen)
+                dialog->reject();
+        });
+        shown.start(10);
+        const int caught = m_host->caughtUrls().size();
+        m_window->findChild<QAction*>("actionBridgePage")->trigger();
+
+        QVERIFY2(allMade, qPrintable(made.join('\n')));
+        if (effect.type() == QVariant::Url)
+            QCOMPARE(m_host->caughtUrls().mid(caught),
+                     QList<QUrl>{QUrl(effect.toString().replace("LOCAL", local))});
+        else
+            QCOMPARE(seen, effect);
+        QCOMPARE(leftOpen, closed.isEmpty());
+        const QString status = m_window->statusBar()->currentMessage();
+        QVERIFY2(status.endsWith(closed.isEmpty() ? "rejected" : closed), qPrintable(status));
     }
 
     void about()
