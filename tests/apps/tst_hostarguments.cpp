@@ -150,6 +150,41 @@ private slots:
         QVERIFY(other.socketPath() != running.socketPath());
     }
 
+    // -v prints the plug-in's debug notices (its categories hold them back
+    // otherwise); without it, no debug notice of anyone's.
+    void verbose_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("printed"); // among the lines; empty: no debug line at all
+
+        QTest::newRow("-v") << QStringList{"-v"}
+                            << "debug auth.usercenter: cloud library loaded from";
+        QTest::newRow("quiet") << QStringList() << "";
+    }
+
+    void verbose()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, printed);
+
+        QProcess host;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.insert("QT_MESSAGE_PATTERN", "%{type} %{category}: %{message}");
+        host.setProcessEnvironment(env);
+        // A walk that cannot start ends just after the plug-in first
+        // reached the cloud library.
+        host.start(QCoreApplication::applicationDirPath() + "/zentooffice",
+                   options + QStringList{"--screenshots", "/proc/no-such-dir"});
+        QVERIFY(host.waitForFinished(30000));
+        const QString err = QString::fromUtf8(host.readAllStandardError());
+        QVERIFY2(err.contains("cannot create /proc/no-such-dir"), qPrintable(err));
+        if (printed.isEmpty())
+            QVERIFY2(!err.contains("debug "), qPrintable(err));
+        else
+            QVERIFY2(err.contains(printed), qPrintable(err));
+    }
+
     // Later processes that connect and send nothing, or half a message, hold
     // the host only for a while; one more than it serves at once is turned
     // away, and once they are cut the next gets in.
