@@ -15,7 +15,7 @@ packages=(
     xvfb xauth
     fonts-wqy-microhei
     desktop-file-utils appstream shared-mime-info
-    at-spi2-core dbus-bin python3-pyatspi
+    at-spi2-core dbus-bin python3-pyatspi x11-utils
 )
 
 missing=()
