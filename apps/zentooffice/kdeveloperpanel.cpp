@@ -88,6 +88,7 @@ KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, KMainWindow* window)
     // Tab goes to the controls, and the area scrolls to the one in focus.
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->setWidget(createControls());
+    m_scroll->widget()->installEventFilter(this);
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_scroll);
@@ -217,6 +218,9 @@ QGroupBox* KDeveloperPanel::createHostGroup()
     for (int pages : {KZentoOfficeHost::InternetPages, KZentoOfficeHost::LocalPages,
                       KZentoOfficeHost::UnreachablePages})
         m_pages->addItem(QString(), pages);
+    // The local server's address joins its item once it listens.
+    for (QComboBox* box : {m_language, m_scale, m_pages})
+        box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_languageLabel = new QLabel(m_hostGroup);
     m_languageLabel->setBuddy(m_language);
     m_scaleLabel = new QLabel(m_hostGroup);
@@ -359,10 +363,17 @@ void KDeveloperPanel::retranslateUi()
     m_language->setAccessibleName(tr("Language"));
     m_scale->setAccessibleName(tr("Display scale"));
     m_pages->setAccessibleName(tr("Service pages"));
+}
 
-    // As wide as the switches need in this language, never cut at the side.
-    m_scroll->setMinimumWidth(m_scroll->widget()->sizeHint().width() +
-                              m_scroll->verticalScrollBar()->sizeHint().width());
+// As wide as the switches need (in this language, with the local server's
+// address), never cut at the side: whenever their layout changes.
+bool KDeveloperPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_scroll->widget() && event->type() == QEvent::LayoutRequest) {
+        m_scroll->setMinimumWidth(m_scroll->widget()->sizeHint().width() +
+                                  m_scroll->verticalScrollBar()->sizeHint().width());
+    }
+    return QDockWidget::eventFilter(watched, event);
 }
 
 void KDeveloperPanel::refreshAccount()
