@@ -14,6 +14,8 @@ packages=(
     clang libclang-rt-14-dev clang-format clang-tidy
     xvfb xauth
     fonts-wqy-microhei
+    desktop-file-utils appstream shared-mime-info
+    at-spi2-core dbus-bin python3-pyatspi x11-utils
 )
 
 missing=()

@@ -130,6 +130,11 @@ QUrl KLocalServiceServer::enterpriseCenterUrl() const
     return QUrl(baseUrl().toString() + QStringLiteral("/admin"));
 }
 
+QUrl KLocalServiceServer::bridgePageUrl() const
+{
+    return QUrl(baseUrl().toString() + QStringLiteral("/bridge"));
+}
+
 void KLocalServiceServer::acceptConnections()
 {
     while (m_limiter.hasRoom()) {
@@ -204,6 +209,8 @@ QByteArray KLocalServiceServer::page(const QString& path)
 {
     if (path == QLatin1String("/go/launcher_page"))
         return resource(QStringLiteral("launcher.html"));
+    if (path == QLatin1String("/bridge"))
+        return resource(QStringLiteral("bridge.html"));
     if (path == QLatin1String("/center")) {
         return filledPage("Personal Center", "Your account, your devices and your cloud space.");
     }

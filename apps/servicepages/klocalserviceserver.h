@@ -20,6 +20,8 @@ class QTcpSocket;
 //                         (home_page, help_page, user_feedback_page,
 //                         technical_support_page, eula)
 //   /center, /admin       the personal and the enterprise centre
+//   /bridge               a page that calls every method of the dialog's
+//                         bridge and shows what each returned
 // A profile points its "JumpUrl", "PersonalCenterUrl" and
 // "EnterpriseCenterUrl" product strings at jumpBase(), personalCenterUrl()
 // and enterpriseCenterUrl().
@@ -52,6 +54,7 @@ public:
     QUrl jumpBase() const;
     QUrl personalCenterUrl() const;
     QUrl enterpriseCenterUrl() const;
+    QUrl bridgePageUrl() const;
 
 signals:
     // After each answer: the method and target (path and query) as the

@@ -6,7 +6,9 @@
 #include "kzentoofficehost.h"
 
 #include <deskhive/nimboclient.h>
+#include <vex/kmainwindow.h>
 #include <vexlite/hostcontrol.h>
+#include <vexlite/krtproduct.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -34,6 +36,7 @@
 namespace {
 
 const char kSignalProperty[] = "deskhiveSignal";
+const char kFeatureProperty[] = "productFeature";
 
 // The picture choices; "file" asks for one.
 const char* const kAvatars[] = {"demo", "teal", "orange", "file"};
@@ -68,9 +71,10 @@ QString describeEvent(const QVariantMap& event)
 
 } // namespace
 
-KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent)
-    : QDockWidget(parent)
+KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, KMainWindow* window)
+    : QDockWidget(window)
     , m_host(host)
+    , m_window(window)
     , m_eventTail(krt::hostcontrol::infoCollectFile())
 {
     setObjectName(QStringLiteral("DeveloperPanel"));
@@ -84,6 +88,7 @@ KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent)
     // Tab goes to the controls, and the area scrolls to the one in focus.
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->setWidget(createControls());
+    m_scroll->widget()->installEventFilter(this);
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_scroll);
@@ -106,6 +111,8 @@ KDeveloperPanel::KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent)
     }
     connect(m_host, &KZentoOfficeHost::stateChanged, this, &KDeveloperPanel::refreshHost);
     connect(m_host, &KZentoOfficeHost::urlCaught, this, &KDeveloperPanel::onUrlCaught);
+    connect(m_host, &KZentoOfficeHost::commandRun, this, &KDeveloperPanel::onCommandRun);
+    connect(m_host, &KZentoOfficeHost::accountEntered, this, &KDeveloperPanel::onAccountEntered);
     connect(m_host->serviceServer(), &KLocalServiceServer::requestServed, this,
             &KDeveloperPanel::onRequestServed);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this,
@@ -129,6 +136,7 @@ QWidget* KDeveloperPanel::createControls()
     layout->addWidget(createAccountGroup());
     layout->addWidget(createErrorsGroup());
     layout->addWidget(createHostGroup());
+    layout->addWidget(createProductGroup());
     layout->addStretch(1);
     return contents;
 }
@@ -210,6 +218,9 @@ QGroupBox* KDeveloperPanel::createHostGroup()
     for (int pages : {KZentoOfficeHost::InternetPages, KZentoOfficeHost::LocalPages,
                       KZentoOfficeHost::UnreachablePages})
         m_pages->addItem(QString(), pages);
+    // The local server's address joins its item once it listens.
+    for (QComboBox* box : {m_language, m_scale, m_pages})
+        box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_languageLabel = new QLabel(m_hostGroup);
     m_languageLabel->setBuddy(m_language);
     m_scaleLabel = new QLabel(m_hostGroup);
@@ -228,6 +239,29 @@ QGroupBox* KDeveloperPanel::createHostGroup()
     connect(m_pages, QOverload<int>::of(&QComboBox::activated), this,
             &KDeveloperPanel::chooseServicePages);
     return m_hostGroup;
+}
+
+QGroupBox* KDeveloperPanel::createProductGroup()
+{
+    m_productGroup = new QGroupBox;
+    const auto featureBox = [this](const char* feature) {
+        auto* box = new QCheckBox(QLatin1String(feature), m_productGroup);
+        box->setObjectName(QLatin1String(feature));
+        box->setProperty(kFeatureProperty, QLatin1String(feature));
+        connect(box, &QCheckBox::clicked, this, &KDeveloperPanel::setFeature);
+        return box;
+    };
+    // The features by the names the product knows them by.
+    m_simplified = featureBox("SimplifiedUserCenter");
+    m_intranet = featureBox("IntranetVersion");
+    m_embedding = new QCheckBox(m_productGroup);
+    m_embedding->setObjectName(QStringLiteral("embedding"));
+    connect(m_embedding, &QCheckBox::clicked, this, &KDeveloperPanel::setEmbedding);
+    auto* layout = new QVBoxLayout(m_productGroup);
+    layout->addWidget(m_simplified);
+    layout->addWidget(m_intranet);
+    layout->addWidget(m_embedding);
+    return m_productGroup;
 }
 
 QWidget* KDeveloperPanel::createLogs()
@@ -302,6 +336,14 @@ void KDeveloperPanel::retranslateUi()
                                          : QString()));
     m_pages->setItemText(2, tr("Unreachable server"));
 
+    m_productGroup->setTitle(tr("Product"));
+    m_simplified->setToolTip(
+        tr("Personal accounts get the account button and the personal centre"));
+    m_intranet->setToolTip(tr("An intranet build: no personal centre"));
+    m_embedding->setText(tr("E&mbedded in another program"));
+    m_embedding->setToolTip(tr(
+        "This window reports KMainWindow::isEmbedding(): no account button, no personal centre"));
+
     m_logs->setTabText(0, tr("Activity"));
     m_logs->setTabText(1, tr("Usage events"));
     m_clearEvents->setText(tr("Clear the lis&t"));
@@ -315,14 +357,23 @@ void KDeveloperPanel::retranslateUi()
     m_exitError->setAccessibleDescription(m_exitError->toolTip());
     m_ipcError->setAccessibleDescription(m_ipcError->toolTip());
     m_rpcError->setAccessibleDescription(m_rpcError->toolTip());
+    for (QCheckBox* box : {m_simplified, m_intranet, m_embedding})
+        box->setAccessibleDescription(box->toolTip());
     m_avatar->setAccessibleName(tr("Picture"));
     m_language->setAccessibleName(tr("Language"));
     m_scale->setAccessibleName(tr("Display scale"));
     m_pages->setAccessibleName(tr("Service pages"));
+}
 
-    // As wide as the switches need in this language, never cut at the side.
-    m_scroll->setMinimumWidth(m_scroll->widget()->sizeHint().width() +
-                              m_scroll->verticalScrollBar()->sizeHint().width());
+// As wide as the switches need (in this language, with the local server's
+// address), never cut at the side: whenever their layout changes.
+bool KDeveloperPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_scroll->widget() && event->type() == QEvent::LayoutRequest) {
+        m_scroll->setMinimumWidth(m_scroll->widget()->sizeHint().width() +
+                                  m_scroll->verticalScrollBar()->sizeHint().width());
+    }
+    return QDockWidget::eventFilter(watched, event);
 }
 
 void KDeveloperPanel::refreshAccount()
@@ -350,6 +401,9 @@ void KDeveloperPanel::refreshHost()
     }
     m_scale->setCurrentIndex(scale);
     m_pages->setCurrentIndex(m_pages->findData(int(m_host->servicePages())));
+    for (QCheckBox* box : {m_simplified, m_intranet})
+        box->setChecked(krt::product::isSupported(box->property(kFeatureProperty).toString()));
+    m_embedding->setChecked(m_window->isEmbedding());
     // The local server's address once it listens.
     retranslateUi();
 }
@@ -445,6 +499,17 @@ void KDeveloperPanel::chooseServicePages(int index)
         static_cast<KZentoOfficeHost::ServicePages>(m_pages->itemData(index).toInt()));
 }
 
+void KDeveloperPanel::setFeature(bool supported)
+{
+    m_host->setFeatureSupported(sender()->property(kFeatureProperty).toString(), supported);
+}
+
+void KDeveloperPanel::setEmbedding(bool embedding)
+{
+    m_window->setEmbedding(embedding);
+    m_window->updateCommands();
+}
+
 void KDeveloperPanel::clearEvents()
 {
     krt::hostcontrol::clearRecordedEvents();
@@ -473,6 +538,16 @@ void KDeveloperPanel::onUrlCaught(const QUrl& url)
 void KDeveloperPanel::onRequestServed(const QString& method, const QString& target, int status)
 {
     addActivity(tr("Served %1 %2: %3").arg(method, target).arg(status));
+}
+
+void KDeveloperPanel::onCommandRun(const QString& name)
+{
+    addActivity(tr("Host command %1").arg(name));
+}
+
+void KDeveloperPanel::onAccountEntered(int code, const QString& first, const QString& second)
+{
+    addActivity(tr("Account service: entry %1 (\"%2\", \"%3\")").arg(code).arg(first, second));
 }
 
 void KDeveloperPanel::onLoginStatusChange()

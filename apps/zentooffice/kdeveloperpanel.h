@@ -6,6 +6,7 @@
 #include <QDockWidget>
 #include <QFileSystemWatcher>
 
+class KMainWindow;
 class KZentoOfficeHost;
 class QCheckBox;
 class QComboBox;
@@ -22,12 +23,15 @@ class QUrl;
 // simulator's state file: sign in and out, company account, the user's
 // picture, the client's four error signals. Through the host: signed out
 // because the network went away, the interface language, the display
-// scale, and where the service pages come from (the internet, the local
-// server, an unreachable one).
+// scale, where the service pages come from (the internet, the local
+// server, an unreachable one), the product features that decide who sees
+// the account button and the personal centre, and whether its window is
+// embedded in another program.
 //
 // It shows the usage events the plug-in's pages record through the host
 // (krt::infocollect), reading only what was appended to their file, and
-// the activity around them: the client's signals, the local server's
+// the activity around them: the client's signals, the named commands and
+// account-service calls that reached the host, the local server's
 // requests and the addresses the desktop was asked to open while the
 // pages were not the internet's.
 class KDeveloperPanel : public QDockWidget
@@ -35,7 +39,8 @@ class KDeveloperPanel : public QDockWidget
     Q_OBJECT
 
 public:
-    explicit KDeveloperPanel(KZentoOfficeHost* host, QWidget* parent = nullptr);
+    // A dock of window, which its embedding switch is about.
+    KDeveloperPanel(KZentoOfficeHost* host, KMainWindow* window);
     ~KDeveloperPanel() override;
 
     // At most this many lines each in the activity and the event list.
@@ -43,6 +48,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void refreshAccount();
@@ -56,6 +62,8 @@ private slots:
     void chooseLanguage(int index);
     void chooseScale(int index);
     void chooseServicePages(int index);
+    void setFeature(bool supported);
+    void setEmbedding(bool embedding);
     void clearEvents();
     void onUrlCaught(const QUrl& url);
     void onRequestServed(const QString& method, const QString& target, int status);
@@ -65,12 +73,15 @@ private slots:
     void onExitWithErrors(const QString& message);
     void onIpcError();
     void onRpcError();
+    void onCommandRun(const QString& name);
+    void onAccountEntered(int code, const QString& first, const QString& second);
 
 private:
     QWidget* createControls();
     QGroupBox* createAccountGroup();
     QGroupBox* createErrorsGroup();
     QGroupBox* createHostGroup();
+    QGroupBox* createProductGroup();
     QWidget* createLogs();
     void retranslateUi();
     void addActivity(const QString& line);
@@ -78,6 +89,7 @@ private:
     void watchEvents();
 
     KZentoOfficeHost* m_host;
+    KMainWindow* m_window;
     QScrollArea* m_scroll = nullptr;
     QGroupBox* m_accountGroup = nullptr;
     QPushButton* m_signIn = nullptr;
@@ -99,6 +111,10 @@ private:
     QComboBox* m_scale = nullptr;
     QLabel* m_pagesLabel = nullptr;
     QComboBox* m_pages = nullptr;
+    QGroupBox* m_productGroup = nullptr;
+    QCheckBox* m_simplified = nullptr;
+    QCheckBox* m_intranet = nullptr;
+    QCheckBox* m_embedding = nullptr;
     QTabWidget* m_logs = nullptr;
     QPlainTextEdit* m_activity = nullptr;
     QPlainTextEdit* m_events = nullptr;

@@ -21,6 +21,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QImage>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <memory>
@@ -179,15 +180,27 @@ bool KScreenshotWalk::webSteps(KZentoOfficeWindow* window)
     }
     if (!setState(kPersonal) || !waitFor([&] { return showsUser(window, "Demo User"); }))
         return false;
-    const bool ok = step("webdlg-online",
-                         [&] {
-                             m_host->setServicePages(KZentoOfficeHost::LocalPages);
-                             return captureWelcomePage(window, "webdlg-online");
-                         }) &&
-                    step("webdlg-offline", [&] {
-                        m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
-                        return captureWelcomePage(window, "webdlg-offline");
-                    });
+    const bool ok =
+        step("webdlg-online",
+             [&] {
+                 m_host->setServicePages(KZentoOfficeHost::LocalPages);
+                 return captureWebDialog(window, "webdlg-online",
+                                         &KZentoOfficeWindow::showWelcomePage);
+             }) &&
+        step("webdlg-offline",
+             [&] {
+                 m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
+                 return captureWebDialog(window, "webdlg-offline",
+                                         &KZentoOfficeWindow::showWelcomePage);
+             }) &&
+        step("bridge-page", [&] {
+            // Once the page has made its calls.
+            return captureWebDialog(
+                window, "bridge-page", &KZentoOfficeWindow::showBridgePage, [](QDialog* dialog) {
+                    return dialog->windowTitle().endsWith(QLatin1String(" calls"));
+                });
+        });
+    window->statusBar()->clearMessage();
     if (!ok)
         return false;
 
@@ -340,15 +353,18 @@ bool KScreenshotWalk::captureMenu(KMainWindow* window, const QString& name)
     return opened && saved;
 }
 
-// Help > Welcome Page, taken once the dialog shows and closed from there.
-bool KScreenshotWalk::captureWelcomePage(KZentoOfficeWindow* window, const QString& name)
+// A web dialog of the Help menu, taken once the dialog shows (and is
+// ready, if that is asked) and closed from there.
+bool KScreenshotWalk::captureWebDialog(KZentoOfficeWindow* window, const QString& name,
+                                       void (KZentoOfficeWindow::*open)(),
+                                       const std::function<bool(QDialog*)>& ready)
 {
     bool saved = false;
     const KWebDialogHook hook(window, [&](QDialog* dialog) {
-        saved = save(name, window, {dialog});
+        saved = (!ready || waitFor([&] { return ready(dialog); })) && save(name, window, {dialog});
         dialog->accept();
     });
-    window->showWelcomePage();
+    (window->*open)();
     return saved;
 }
 

@@ -12,6 +12,7 @@ class KMainWindow;
 class KMenuButton;
 class KZentoOfficeHost;
 class KZentoOfficeWindow;
+class QDialog;
 class QWidget;
 
 // Walks the host window through the states a person meets, the way they
@@ -19,8 +20,8 @@ class QWidget;
 // signed out, a sync error raised through "emit"), the host's account
 // service (signed out because the network went away), the Welcome page in
 // the plug-in's web dialog (from the local service pages, and its offline
-// fallback when the pages cannot be reached), the developer panel, and the
-// interface in Chinese. The mouse is brought to the user-centre button
+// fallback when the pages cannot be reached), the bridge page, the
+// developer panel, and the interface in Chinese. The mouse is brought to the user-centre button
 // with the events the window system would send. After each step it saves
 // the window with whatever balloon, menu or dialog it shows as one PNG
 // file, host-<step>.png.
@@ -55,7 +56,9 @@ private:
     bool hover(KMainWindow* window);
     bool showOfflineBalloon(KMainWindow* window);
     bool captureMenu(KMainWindow* window, const QString& name);
-    bool captureWelcomePage(KZentoOfficeWindow* window, const QString& name);
+    bool captureWebDialog(KZentoOfficeWindow* window, const QString& name,
+                          void (KZentoOfficeWindow::*open)(),
+                          const std::function<bool(QDialog*)>& ready = nullptr);
     bool save(const QString& name, QWidget* window, const QList<QWidget*>& extras = {});
 
     KZentoOfficeHost* m_host;

@@ -5,6 +5,7 @@
 #include "kdocumentrequest.h"
 #include "kzentoofficewindow.h"
 
+#include <deskhive/nimboclient.h>
 #include <vex/kmainwindow.h>
 #include <vexlite/hostcontrol.h>
 #include <vexlite/krti18n.h>
@@ -29,6 +30,17 @@ QString notOpened(int count)
         .arg(count);
 }
 
+// The address as the cloud client wraps it for automatic sign-in, plain
+// when nobody is signed in or the client cannot wrap it.
+QString autoLoginUrl(const QString& url)
+{
+    QString wrapped;
+    INimboClient* client = KDeskhiveClient::client();
+    if (client && client->getUserInfo()["IsLogined"].asBool())
+        client->getAutoLoginUrl(url, wrapped);
+    return wrapped.isEmpty() ? url : wrapped;
+}
+
 // Where the unreachable pages are: port 0 of the loopback interface.
 // Connections to it fail at once, and no process can listen there (binding
 // port 0 picks another), so no page is ever served from this origin, and
@@ -48,10 +60,17 @@ KZentoOfficeHost::KZentoOfficeHost(QObject* parent)
     for (const QString& key : {kJumpUrl, kPersonalCenterUrl, kEnterpriseCenterUrl})
         m_profileAddresses.insert(key, krt::product::getString(key));
     installTranslator();
+    krt::hostcontrol::setCommandRunner([this](const QString& name) { runCommand(name); });
+    krt::hostcontrol::setAccountEntryObserver(
+        [this](const krt::hostcontrol::AccountEntryCall& call) {
+            emit accountEntered(call.code, call.first, call.second);
+        });
 }
 
 KZentoOfficeHost::~KZentoOfficeHost()
 {
+    krt::hostcontrol::setCommandRunner(nullptr);
+    krt::hostcontrol::setAccountEntryObserver(nullptr);
     // The windows first: they hold dialogs of the web module.
     const QList<KZentoOfficeWindow*> open = windows();
     qDeleteAll(open);
@@ -198,15 +217,43 @@ void KZentoOfficeHost::setOffline(bool offline)
     krt::hostcontrol::setLogoutDuetoOffLine(offline);
     if (m_web)
         m_web->setNetworkAvailable(!offline);
+    updateWindowCommands();
+    emit stateChanged();
+}
+
+void KZentoOfficeHost::setFeatureSupported(const QString& feature, bool supported)
+{
+    krt::hostcontrol::setFeatureSupported(feature, supported);
+    updateWindowCommands();
+    emit stateChanged();
+}
+
+QUrl KZentoOfficeHost::bridgePageUrl()
+{
+    return m_server.listen() ? m_server.bridgePageUrl() : QUrl();
+}
+
+void KZentoOfficeHost::updateWindowCommands()
+{
     const QList<KZentoOfficeWindow*> open = windows();
     for (KZentoOfficeWindow* window : open) {
         window->updateCommands();
-        // The account button draws its veil from the flag.
+        // The account button draws its veil from the offline flag.
         const QList<QWidget*> widgets = window->titleArea()->findChildren<QWidget*>();
         for (QWidget* widget : widgets)
             widget->update();
     }
-    emit stateChanged();
+}
+
+// The suite opens the enterprise centre itself: the plug-in only lets the
+// command go on.
+void KZentoOfficeHost::runCommand(const QString& name)
+{
+    emit commandRun(name);
+    if (name == QLatin1String("OpenEnterpriseCenter")) {
+        const QString center = autoLoginUrl(krt::product::getString(kEnterpriseCenterUrl));
+        QDesktopServices::openUrl(QUrl(center, QUrl::TolerantMode));
+    }
 }
 
 void KZentoOfficeHost::catchUrl(const QUrl& url)

@@ -18,8 +18,13 @@ class KZentoOfficeWindow;
 // The reference host's application state beside the plug-in: its windows,
 // its web module, the local service pages, and what the developer panel
 // switches (interface language, display scale, network, where the service
-// pages come from). Every main window and panel works through it, so all
-// of them show the same state.
+// pages come from, product features). Every main window and panel works
+// through it, so all of them show the same state.
+//
+// It is also the host's side of the plug-in's requests: the named commands
+// the handler lets go on (it opens the enterprise centre for
+// "OpenEnterpriseCenter", as the suite does) and the calls of the active
+// application's account service, both told to the panels.
 class KZentoOfficeHost : public QObject
 {
     Q_OBJECT
@@ -74,6 +79,14 @@ public:
     // account service), and the plug-in's network monitor told of it.
     void setOffline(bool offline);
     bool isOffline() const { return m_offline; }
+    // A product feature (krt::product::isSupported) on or off; every
+    // window's commands follow at once.
+    void setFeatureSupported(const QString& feature, bool supported);
+
+    // The local server's page that calls every method of the web dialog's
+    // bridge; the server starts listening if it does not yet. Empty when it
+    // cannot listen.
+    QUrl bridgePageUrl();
 
     // Addresses the desktop was asked to open while the service pages were
     // not the internet's, oldest first.
@@ -91,13 +104,19 @@ public slots:
     void onArgumentsReceived(const QStringList& arguments);
 
 signals:
-    // Language, display scale, network or service pages changed.
+    // Language, display scale, network, service pages or features changed.
     void stateChanged();
     void urlCaught(const QUrl& url);
+    // A named command went on past the plug-in's handler to the host.
+    void commandRun(const QString& name);
+    // The account service's entry operation was called.
+    void accountEntered(int code, const QString& first, const QString& second);
 
 private:
     void installTranslator();
     void rebuildTitleAreas();
+    void updateWindowCommands();
+    void runCommand(const QString& name);
 
     QLibrary m_webLibrary;
     IKHostWeb* m_web = nullptr;

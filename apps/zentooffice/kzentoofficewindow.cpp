@@ -35,6 +35,10 @@
 
 namespace {
 
+// The number of an untitled document, kept on its page: its tab's title
+// is made anew in each language.
+const char kUntitledNumber[] = "untitledNumber";
+
 // Larger files open as a notice, not as text.
 constexpr qint64 kMaxTextSize = qint64(4) * 1024 * 1024;
 
@@ -242,10 +246,17 @@ void KZentoOfficeWindow::newDocument()
 {
     auto* page = new QPlainTextEdit;
     page->setFrameShape(QFrame::NoFrame);
-    const QString title = tr("Document %1").arg(++m_untitled);
-    page->setAccessibleName(title);
-    m_documents->setCurrentIndex(m_documents->addTab(page, title));
+    page->setProperty(kUntitledNumber, ++m_untitled);
+    m_documents->setCurrentIndex(m_documents->addTab(page, QString()));
+    retranslateUntitled(page);
     page->setFocus();
+}
+
+void KZentoOfficeWindow::retranslateUntitled(QWidget* page)
+{
+    const QString title = tr("Document %1").arg(page->property(kUntitledNumber).toInt());
+    page->setAccessibleName(title);
+    m_documents->setTabText(m_documents->indexOf(page), title);
 }
 
 void KZentoOfficeWindow::openFile()
@@ -268,16 +279,35 @@ void KZentoOfficeWindow::closeCurrentTab()
 
 void KZentoOfficeWindow::showWelcomePage()
 {
+    runWebDialog(krt::auth::getInfo(QStringLiteral("Product/Url/LauncherPage")).toUrl());
+}
+
+void KZentoOfficeWindow::showBridgePage()
+{
+    const QUrl url = m_host->bridgePageUrl();
+    if (url.isEmpty()) {
+        statusBar()->showMessage(tr("The local server cannot listen: no bridge page"));
+        return;
+    }
+    const int result = runWebDialog(url);
+    if (result == QDialog::Accepted)
+        statusBar()->showMessage(tr("The bridge page closed the dialog: accepted"));
+    else if (result == QDialog::Rejected)
+        statusBar()->showMessage(tr("The bridge page closed the dialog: rejected"));
+}
+
+int KZentoOfficeWindow::runWebDialog(const QUrl& url)
+{
     IKHostWeb* web = m_host->webModule();
     if (!web) {
         QMessageBox::warning(this, windowTitle(),
                              tr("The web module is missing: %1").arg(m_host->webModuleError()));
-        return;
+        return -1;
     }
-    const QUrl url = krt::auth::getInfo(QStringLiteral("Product/Url/LauncherPage")).toUrl();
     QPointer<QDialog> dialog = web->createWebDialog(url, this);
-    dialog->exec();
+    const int result = dialog->exec();
     delete dialog;
+    return result;
 }
 
 void KZentoOfficeWindow::showAbout()
@@ -369,6 +399,7 @@ void KZentoOfficeWindow::createMenus()
 
     m_helpMenu = m_menuBar->addMenu(QString());
     addAction(m_helpMenu, "actionWelcome", QKeySequence(), SLOT(showWelcomePage()));
+    addAction(m_helpMenu, "actionBridgePage", QKeySequence(), SLOT(showBridgePage()));
     m_helpMenu->addSeparator();
     for (const KProductPage& page : kProductPages) {
         QAction* action =
@@ -421,6 +452,7 @@ void KZentoOfficeWindow::retranslateUi()
         {"actionAccountButton", tr("Go to the Account &Button")},
         {"actionDeveloperPanel", tr("&Developer Panel")},
         {"actionWelcome", tr("&Welcome Page")},
+        {"actionBridgePage", tr("&Bridge Page")},
         {"actionHomePage", tr("&Home Page")},
         {"actionHelp", tr("&Help Contents")},
         {"actionFeedback", tr("Send &Feedback")},
@@ -430,5 +462,9 @@ void KZentoOfficeWindow::retranslateUi()
     for (const auto& text : texts) {
         if (auto* action = findChild<QAction*>(QLatin1String(text.first)))
             action->setText(text.second);
+    }
+    for (int i = 0; i < m_documents->count(); ++i) {
+        if (m_documents->widget(i)->property(kUntitledNumber).isValid())
+            retranslateUntitled(m_documents->widget(i));
     }
 }

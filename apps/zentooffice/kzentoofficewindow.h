@@ -21,8 +21,9 @@ class QTabWidget;
 // Menus: File (new document, new window, open, close tab and window,
 // quit), Account (the title area's commands as menu entries, and the way
 // to the account button), View (the developer panel) and Help (the
-// Welcome page in the plug-in's web dialog, the product's home, help,
-// feedback and support pages through krt::auth::getInfo, About).
+// Welcome page and the bridge page in the plug-in's web dialog, the
+// product's home, help, feedback and support pages through
+// krt::auth::getInfo, About).
 class KZentoOfficeWindow : public KMainWindow
 {
     Q_OBJECT
@@ -55,6 +56,9 @@ public slots:
     // The product's launcher page ("Product/Url/LauncherPage") in the
     // plug-in's web dialog, the library's offline page its fallback.
     void showWelcomePage();
+    // The local server's bridge page in the plug-in's web dialog; the status
+    // bar says how the page closed it.
+    void showBridgePage();
     void showAbout();
     // Keyboard focus to the account button (or the sign-in button).
     void focusAccountButton();
@@ -69,8 +73,12 @@ private slots:
 
 private:
     int addDocumentTab(const KDocumentRequest& request);
+    // The plug-in's web dialog on url, run modally; its result, or -1
+    // without the web module.
+    int runWebDialog(const QUrl& url);
     void createMenus();
     void retranslateUi();
+    void retranslateUntitled(QWidget* page);
     QAction* addAction(QMenu* menu, const char* objectName, const QKeySequence& shortcut,
                        const char* slot);
 

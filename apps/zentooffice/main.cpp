@@ -33,6 +33,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -194,9 +195,16 @@ int main(int argc, char* argv[])
     KScreenshotPlatform::chooseFor(argc, argv);
     KxApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zentooffice"));
+    // The desktop entry's name and icon: the desktop ties the windows to it.
+    QGuiApplication::setDesktopFileName(QStringLiteral("example.zentooffice.ZentoOffice"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/zentooffice/icon.png")));
     const KHostOptions options = parseCommandLine(app);
-    if (!options.verbose)
-        QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    // The plug-in's categories and the host's own hold back their debug
+    // notices unless asked; the stand-in host's and Qt's are quiet without
+    // -v.
+    QLoggingCategory::setFilterRules(
+        options.verbose ? QStringLiteral("auth.*.debug=true\nzentooffice.debug=true")
+                        : QStringLiteral("*.debug=false"));
 
     QTextStream err(stderr);
     QString error;

@@ -49,6 +49,19 @@ class TestHostArguments : public QObject
 
     QString key() const { return QDir(m_env.profilePath()).canonicalPath(); }
 
+    // A key of the build tree's desktop entry for the host.
+    static QString desktopEntryValue(const QString& key)
+    {
+        QFile entry(QCoreApplication::applicationDirPath() +
+                    "/desktop/example.zentooffice.ZentoOffice.desktop");
+        if (!entry.open(QIODevice::ReadOnly | QIODevice::Text))
+            return QString();
+        const QStringList lines = QString::fromUtf8(entry.readAll()).split('\n');
+        const auto line = std::find_if(lines.cbegin(), lines.cend(),
+                                       [&](const QString& l) { return l.startsWith(key + '='); });
+        return line == lines.cend() ? QString() : line->mid(key.size() + 1);
+    }
+
 private slots:
     void initTestCase()
     {
@@ -120,20 +133,43 @@ private slots:
     }
 
     // The running host is this test, listening as zentooffice does; a second
-    // zentooffice on the same profile hands over the documents among its
-    // arguments (paths made absolute), says what it refused, and ends.
+    // zentooffice on the same profile, started from the command line or as
+    // the desktop starts the handler of an address (its entry's Exec line,
+    // %U expanded), hands over the documents among its arguments (paths
+    // made absolute), says what it refused, and ends.
+    void secondStartForwards_data()
+    {
+        QTest::addColumn<bool>("desktop");
+        QTest::addColumn<QString>("notes"); // how the argument names DIR/notes.txt
+
+        QTest::newRow("command line") << false << "notes.txt";
+        QTest::newRow("desktop entry") << true << "file://DIR/notes.txt";
+    }
+
     void secondStartForwards()
     {
+        QFETCH(bool, desktop);
+        QFETCH(QString, notes);
+
         QVERIFY(krt::hostcontrol::saveProfile(m_env.profilePath()));
         KSingleInstance running(key());
         QCOMPARE(running.start({}), KSingleInstance::Primary);
         QSignalSpy received(&running, &KSingleInstance::argumentsReceived);
 
+        const QString report = address("vexnimbo", "Quarterly report.docx");
+        const QStringList arguments{notes.replace("DIR", m_dir), "junk://x", report};
+        QStringList command{QCoreApplication::applicationDirPath() + "/zentooffice", "--profile",
+                            m_env.profilePath()};
+        if (desktop) {
+            command = QProcess::splitCommand(desktopEntryValue("Exec"));
+            const int urls = command.indexOf("%U");
+            QVERIFY2(urls > 0, qPrintable(command.join(' ')));
+            command.removeAt(urls);
+        }
         QProcess second;
         second.setWorkingDirectory(m_dir);
-        const QString report = address("vexnimbo", "Quarterly report.docx");
-        second.start(QCoreApplication::applicationDirPath() + "/zentooffice",
-                     {"--profile", m_env.profilePath(), "notes.txt", "junk://x", report});
+        const QString program = command.takeFirst();
+        second.start(program, command + arguments);
         QVERIFY(received.wait(10000));
         QCOMPARE(received.first().first().toStringList(),
                  (QStringList{m_dir + "/notes.txt", report}));
@@ -148,6 +184,41 @@ private slots:
         KSingleInstance other(m_env.rootPath());
         QCOMPARE(other.start({}), KSingleInstance::Primary);
         QVERIFY(other.socketPath() != running.socketPath());
+    }
+
+    // -v prints the plug-in's debug notices (its categories hold them back
+    // otherwise); without it, no debug notice of anyone's.
+    void verbose_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("printed"); // among the lines; empty: no debug line at all
+
+        QTest::newRow("-v") << QStringList{"-v"}
+                            << "debug auth.usercenter: cloud library loaded from";
+        QTest::newRow("quiet") << QStringList() << "";
+    }
+
+    void verbose()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, printed);
+
+        QProcess host;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.insert("QT_MESSAGE_PATTERN", "%{type} %{category}: %{message}");
+        host.setProcessEnvironment(env);
+        // A walk that cannot start ends just after the plug-in first
+        // reached the cloud library.
+        host.start(QCoreApplication::applicationDirPath() + "/zentooffice",
+                   options + QStringList{"--screenshots", "/proc/no-such-dir"});
+        QVERIFY(host.waitForFinished(30000));
+        const QString err = QString::fromUtf8(host.readAllStandardError());
+        QVERIFY2(err.contains("cannot create /proc/no-such-dir"), qPrintable(err));
+        if (printed.isEmpty())
+            QVERIFY2(!err.contains("debug "), qPrintable(err));
+        else
+            QVERIFY2(err.contains(printed), qPrintable(err));
     }
 
     // Later processes that connect and send nothing, or half a message, hold

@@ -40,6 +40,8 @@ private slots:
             << QByteArray("GET") << "/center" << 200 << QByteArray("<h1>Personal Center</h1>");
         QTest::newRow("enterprise centre")
             << QByteArray("GET") << "/admin" << 200 << QByteArray("<h1>Enterprise Center</h1>");
+        QTest::newRow("bridge page") << QByteArray("GET") << "/bridge" << 200
+                                     << QByteArray("zentoctx.setOnEscPressCallback(");
         QTest::newRow("help page") << QByteArray("GET") << "/go/help_page" << 200
                                    << QByteArray("<title>Zento Office Help</title>");
         QTest::newRow("head") << QByteArray("HEAD") << "/center" << 200 << QByteArray();

@@ -1,6 +1,7 @@
 // What a host hears from the library while a person signs in, opens the
-// personal centre and uses the web dialog, online and offline (the
-// reference host's screenshot walk): nothing with Qt's default logging, and
+// personal centre and uses the web dialog, online, offline and on the
+// bridge page (the reference host's screenshot walk): nothing with Qt's
+// default logging but the refusals the library defines, and
 // neither the hardware identifier nor a sign-in token even with every
 // message of the library on.
 
@@ -49,8 +50,14 @@ private slots:
                                                   m_env.rootPath() + "/shots"},
                                                  env, 60000);
         QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        // The warnings the library defines: the bridge page asks for what
+        // pages are refused (a key with "..", a file: address).
+        QStringList lines = run.err.split('\n', Qt::SkipEmptyParts);
+        lines.erase(std::remove_if(lines.begin(), lines.end(),
+                                   [](const QString& line) { return line.startsWith("Refused "); }),
+                    lines.end());
         if (silent)
-            QCOMPARE(run.err, QString());
+            QCOMPARE(lines, QStringList());
         QVERIFY2(!run.err.contains(hardwareId) && !run.err.contains("token"), qPrintable(run.err));
     }
 };

@@ -13,9 +13,9 @@ using namespace AuthTest;
 namespace {
 
 const QStringList kShots{
-    "signed-in",    "company",       "account-menu",   "offline",         "login-error-tip",
-    "signed-out",   "webdlg-online", "webdlg-offline", "developer-panel", "account-menu-zh_CN",
-    "offline-zh_CN"};
+    "signed-in",       "company",         "account-menu",       "offline",
+    "login-error-tip", "signed-out",      "webdlg-online",      "webdlg-offline",
+    "bridge-page",     "developer-panel", "account-menu-zh_CN", "offline-zh_CN"};
 
 // The launcher page's band, behind its heading.
 const QColor kLauncherBand(0xE3, 0xEC, 0xFB);

@@ -206,6 +206,34 @@
         <source>Activity and usage events</source>
         <translation>活动与使用事件</translation>
     </message>
+    <message>
+        <source>Product</source>
+        <translation>产品</translation>
+    </message>
+    <message>
+        <source>Personal accounts get the account button and the personal centre</source>
+        <translation>个人账号也有账号按钮和个人中心</translation>
+    </message>
+    <message>
+        <source>An intranet build: no personal centre</source>
+        <translation>内网版本：没有个人中心</translation>
+    </message>
+    <message>
+        <source>E&amp;mbedded in another program</source>
+        <translation>嵌入其他程序(&amp;M)</translation>
+    </message>
+    <message>
+        <source>This window reports KMainWindow::isEmbedding(): no account button, no personal centre</source>
+        <translation>此窗口的 KMainWindow::isEmbedding() 为真：没有账号按钮和个人中心</translation>
+    </message>
+    <message>
+        <source>Host command %1</source>
+        <translation>宿主命令 %1</translation>
+    </message>
+    <message>
+        <source>Account service: entry %1 (&quot;%2&quot;, &quot;%3&quot;)</source>
+        <translation>账号服务：入口 %1（&quot;%2&quot;，&quot;%3&quot;）</translation>
+    </message>
 </context>
 <context>
     <name>KDocumentRequest</name>
@@ -451,6 +479,22 @@ A cloud document (file id %2), opened through %3://.</source>
     <message>
         <source>%1 is larger than %2 MiB, more than this window shows.</source>
         <translation>%1 大于 %2 MiB，超出此窗口可显示的大小。</translation>
+    </message>
+    <message>
+        <source>The local server cannot listen: no bridge page</source>
+        <translation>本地服务器无法监听：没有桥接页面</translation>
+    </message>
+    <message>
+        <source>The bridge page closed the dialog: accepted</source>
+        <translation>桥接页面关闭了对话框：接受</translation>
+    </message>
+    <message>
+        <source>The bridge page closed the dialog: rejected</source>
+        <translation>桥接页面关闭了对话框：拒绝</translation>
+    </message>
+    <message>
+        <source>&amp;Bridge Page</source>
+        <translation>桥接页面(&amp;B)</translation>
     </message>
 </context>
 </TS>

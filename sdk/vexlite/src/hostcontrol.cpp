@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <utility>
+
 namespace {
 
 const char kUserInfoStorePath[] = "Corvane\\Office\\6.0\\Common\\UserInfo";
@@ -148,6 +150,11 @@ void clearExecutedCommands()
     KHostProfile::instance().clearExecutedCommands();
 }
 
+void setCommandRunner(std::function<void(const QString&)> runner)
+{
+    KHostProfile::instance().setCommandRunner(std::move(runner));
+}
+
 void setActiveApp(const QString& name)
 {
     KHostProfile::instance().setActiveApp(name);
@@ -171,6 +178,11 @@ QList<AccountEntryCall> accountEntryCalls()
 void clearAccountEntryCalls()
 {
     KHostProfile::instance().clearAccountEntryCalls();
+}
+
+void setAccountEntryObserver(std::function<void(const AccountEntryCall&)> observer)
+{
+    KHostProfile::instance().setAccountEntryObserver(std::move(observer));
 }
 
 QString suiteUserName()

@@ -459,8 +459,15 @@ void KHostProfile::setCommandTree(const QString& id, const QVariantList& tree)
 
 void KHostProfile::recordExecutedCommand(const QString& name)
 {
-    QMutexLocker lock(&m_mutex);
-    m_executedCommands.append(ownCopy(name));
+    std::function<void(const QString&)> runner;
+    {
+        QMutexLocker lock(&m_mutex);
+        m_executedCommands.append(ownCopy(name));
+        runner = m_commandRunner;
+    }
+    // Unlocked: the runner may call back into krt.
+    if (runner)
+        runner(name);
 }
 
 QStringList KHostProfile::executedCommands()
@@ -473,6 +480,12 @@ void KHostProfile::clearExecutedCommands()
 {
     QMutexLocker lock(&m_mutex);
     m_executedCommands.clear();
+}
+
+void KHostProfile::setCommandRunner(std::function<void(const QString&)> runner)
+{
+    QMutexLocker lock(&m_mutex);
+    m_commandRunner = std::move(runner);
 }
 
 QString KHostProfile::activeApp()
@@ -527,8 +540,15 @@ void KHostProfile::setLogoutDuetoOffLine(bool offline)
 
 void KHostProfile::recordAccountEntry(int code, const QString& first, const QString& second)
 {
-    QMutexLocker lock(&m_mutex);
-    m_accountEntryCalls.append({code, ownCopy(first), ownCopy(second)});
+    const krt::hostcontrol::AccountEntryCall call{code, ownCopy(first), ownCopy(second)};
+    std::function<void(const krt::hostcontrol::AccountEntryCall&)> observer;
+    {
+        QMutexLocker lock(&m_mutex);
+        m_accountEntryCalls.append(call);
+        observer = m_accountEntryObserver;
+    }
+    if (observer)
+        observer(call);
 }
 
 QList<krt::hostcontrol::AccountEntryCall> KHostProfile::accountEntryCalls()
@@ -541,6 +561,13 @@ void KHostProfile::clearAccountEntryCalls()
 {
     QMutexLocker lock(&m_mutex);
     m_accountEntryCalls.clear();
+}
+
+void KHostProfile::setAccountEntryObserver(
+    std::function<void(const krt::hostcontrol::AccountEntryCall&)> observer)
+{
+    QMutexLocker lock(&m_mutex);
+    m_accountEntryObserver = std::move(observer);
 }
 
 krt::hostcontrol::UserInformationFault KHostProfile::userInformationFault()

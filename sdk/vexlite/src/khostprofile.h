@@ -13,6 +13,7 @@
 #include <QVariant>
 
 #include <array>
+#include <functional>
 
 class IKAuthorizationHandler;
 
@@ -67,9 +68,11 @@ public:
     QVariantList commandTree(const QString& id);
     void setCommandTree(const QString& id, const QVariantList& tree);
 
+    // Records the command, then hands it to the command runner.
     void recordExecutedCommand(const QString& name);
     QStringList executedCommands();
     void clearExecutedCommands();
+    void setCommandRunner(std::function<void(const QString&)> runner);
 
     // The shell's active application and the suite account it offers.
     QString activeApp();
@@ -79,9 +82,12 @@ public:
     void setAccount(bool logined, const QString& userName);
     bool logoutDuetoOffLine();
     void setLogoutDuetoOffLine(bool offline);
+    // Records the call, then tells the observer.
     void recordAccountEntry(int code, const QString& first, const QString& second);
     QList<krt::hostcontrol::AccountEntryCall> accountEntryCalls();
     void clearAccountEntryCalls();
+    void setAccountEntryObserver(
+        std::function<void(const krt::hostcontrol::AccountEntryCall&)> observer);
 
     krt::hostcontrol::UserInformationFault userInformationFault();
     void setUserInformationFault(krt::hostcontrol::UserInformationFault fault);
@@ -113,6 +119,9 @@ private:
     qreal m_displayScale = 0;
     QJsonObject m_commandTrees;
     QStringList m_executedCommands;
+    // The host application's wiring, kept when another profile is loaded.
+    std::function<void(const QString&)> m_commandRunner;
+    std::function<void(const krt::hostcontrol::AccountEntryCall&)> m_accountEntryObserver;
     QString m_activeApp;
     bool m_accountLogined = false;
     QString m_accountUserName;

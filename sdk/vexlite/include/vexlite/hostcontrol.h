@@ -9,6 +9,8 @@
 #include <QVariant>
 #include <QVariantMap>
 
+#include <functional>
+
 class IKAuthorizationHandler;
 
 // Control of the stand-in host, for host applications and tests. Plug-in
@@ -91,6 +93,10 @@ VEXLITE_EXPORT void setCommandTree(const QString& id, const QVariantList& tree);
 // Named commands the host went on to run after the handler let them pass.
 VEXLITE_EXPORT QStringList executedCommands();
 VEXLITE_EXPORT void clearExecutedCommands();
+// The host application's own handling of the named commands the handler let
+// go on, called with each once it is recorded, on the thread that passed it.
+// An empty function leaves them recorded only.
+VEXLITE_EXPORT void setCommandRunner(std::function<void(const QString& name)> runner);
 
 // The shell's active application (KShellApplicaitons::getActiveApp()) by
 // name; an empty name leaves the shell without an active application.
@@ -109,6 +115,10 @@ struct AccountEntryCall
 };
 VEXLITE_EXPORT QList<AccountEntryCall> accountEntryCalls();
 VEXLITE_EXPORT void clearAccountEntryCalls();
+// Told of each call once it is recorded, on the caller's thread; an empty
+// function tells nobody.
+VEXLITE_EXPORT void
+setAccountEntryObserver(std::function<void(const AccountEntryCall& call)> observer);
 
 // The suite's user name (the author name documents are saved with), kept in
 // the profile's per-user store; vex_GetUserInformation reads and writes it.
