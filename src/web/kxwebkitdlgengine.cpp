@@ -122,8 +122,10 @@ void KxWebKitDlgEngine::lockDocumentDomain()
 bool KxWebKitDlgEngine::foreignFrameReachesMainFrame(
     const std::function<bool(const QUrl& origin)>& sameParty)
 {
-    const QWebSecurityOrigin main = m_page->mainFrame()->securityOrigin();
     QList<QWebFrame*> frames = m_page->mainFrame()->childFrames();
+    if (frames.isEmpty())
+        return false;
+    const QWebSecurityOrigin main = m_page->mainFrame()->securityOrigin();
     while (!frames.isEmpty()) {
         QWebFrame* frame = frames.takeLast();
         frames += frame->childFrames();
