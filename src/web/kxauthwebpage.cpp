@@ -2,6 +2,8 @@
 
 #include "kxpopupwebpage.h"
 
+#include <QWebFrame>
+#include <QWebSecurityOrigin>
 #include <QWebSettings>
 
 #include <algorithm>
@@ -34,10 +36,28 @@ int KxAuthWebPage::popupCount() const
                       [](const QPointer<KxPopupWebPage>& popup) { return !popup.isNull(); }));
 }
 
+QList<QWebFrame*> KxAuthWebPage::framesOfOtherOrigins() const
+{
+    QList<QWebFrame*> found;
+    const QWebSecurityOrigin main = mainFrame()->securityOrigin();
+    QList<QWebFrame*> frames = mainFrame()->childFrames();
+    while (!frames.isEmpty()) {
+        QWebFrame* frame = frames.takeLast();
+        frames += frame->childFrames();
+        const QWebSecurityOrigin origin = frame->securityOrigin();
+        if (origin.scheme() != main.scheme() || origin.host() != main.host() ||
+            origin.port() != main.port())
+            found += frame;
+    }
+    return found;
+}
+
 QWebPage* KxAuthWebPage::createWindow(QWebPage::WebWindowType /*type*/)
 {
     m_popups.removeAll(nullptr);
-    if (!m_windowsAllowed || m_popups.size() >= kMaxPopups)
+    // WebKit does not say which frame asks: a frame of another origin, which
+    // gets no bridge, could be the one.
+    if (!m_windowsAllowed || m_popups.size() >= kMaxPopups || !framesOfOtherOrigins().isEmpty())
         return nullptr;
     auto* popup = new KxPopupWebPage(nullptr);
     m_popups.append(popup);

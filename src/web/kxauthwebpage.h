@@ -26,10 +26,13 @@ public:
     // until the dialog says otherwise for each new document.
     void setScriptWindowsAllowed(bool allowed);
     int popupCount() const;
+    // The frames, at any depth, whose origin is not the main frame's.
+    QList<QWebFrame*> framesOfOtherOrigins() const;
 
 protected:
-    // A new KxPopupWebPage, whatever the type, when windows are allowed and
-    // fewer than kMaxPopups live; otherwise null, so no window opens. The
+    // A new KxPopupWebPage, whatever the type, when windows are allowed,
+    // fewer than kMaxPopups live and no frame of another origin than the
+    // main frame's is in the page; otherwise null, so no window opens. The
     // pop-up has no parent and is never shown; at the latest it goes when
     // this page goes.
     QWebPage* createWindow(QWebPage::WebWindowType type) override;

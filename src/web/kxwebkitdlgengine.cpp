@@ -6,6 +6,8 @@
 #include <QWebFrame>
 #include <QWebSecurityOrigin>
 
+#include <algorithm>
+
 namespace {
 
 // The setter throws as a sandboxed document's does. Defined on the
@@ -41,11 +43,6 @@ QUrl originUrl(const QWebSecurityOrigin& origin)
     if (origin.port() > 0)
         url.setPort(origin.port());
     return url;
-}
-
-bool sameOrigin(const QWebSecurityOrigin& a, const QWebSecurityOrigin& b)
-{
-    return a.scheme() == b.scheme() && a.host() == b.host() && a.port() == b.port();
 }
 
 } // namespace
@@ -122,20 +119,11 @@ void KxWebKitDlgEngine::lockDocumentDomain()
 bool KxWebKitDlgEngine::foreignFrameReachesMainFrame(
     const std::function<bool(const QUrl& origin)>& sameParty)
 {
-    QList<QWebFrame*> frames = m_page->mainFrame()->childFrames();
-    if (frames.isEmpty())
-        return false;
-    const QWebSecurityOrigin main = m_page->mainFrame()->securityOrigin();
-    while (!frames.isEmpty()) {
-        QWebFrame* frame = frames.takeLast();
-        frames += frame->childFrames();
-        const QWebSecurityOrigin origin = frame->securityOrigin();
-        if (sameOrigin(origin, main) || sameParty(originUrl(origin)))
-            continue;
-        if (frame->evaluateJavaScript(QLatin1String(kReachesTop)).toBool())
-            return true;
-    }
-    return false;
+    const QList<QWebFrame*> frames = m_page->framesOfOtherOrigins();
+    return std::any_of(frames.cbegin(), frames.cend(), [&](QWebFrame* frame) {
+        return !sameParty(originUrl(frame->securityOrigin())) &&
+               frame->evaluateJavaScript(QLatin1String(kReachesTop)).toBool();
+    });
 }
 
 void KxWebKitDlgEngine::setScriptWindowsAllowed(bool allowed)
