@@ -425,7 +425,8 @@ private slots:
         });
         QVERIFY2(alive <= KxAuthWebPage::kMaxPopups, qPrintable(QString::number(alive)));
         QCOMPARE(catcher.take(), opened.replaceInStrings("%1", base));
-        QCOMPARE(warnings.warnings().size(), int((script + link).contains(QRegExp("zento:|file:"))));
+        QCOMPARE(warnings.warnings().size(),
+                 int((script + link).contains(QRegularExpression("zento:|file:"))));
         QCOMPARE(webView(dialog)->url(), before);
         QCOMPARE(dialog.windowTitle(), QString("Links"));
         QCOMPARE(server.requestCount("/target"), 0);
