@@ -15,7 +15,6 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QStatusBar>
-#include <QTcpServer>
 
 namespace {
 
@@ -42,13 +41,12 @@ QString autoLoginUrl(const QString& url)
     return wrapped.isEmpty() ? url : wrapped;
 }
 
-// A port of the loopback interface that was free a moment ago: connections
-// to it are refused.
-quint16 refusingPort()
-{
-    QTcpServer probe;
-    return probe.listen(QHostAddress::LocalHost) ? probe.serverPort() : 9;
-}
+// Where the unreachable pages are: port 0 of the loopback interface.
+// Connections to it fail at once, and no process can listen there (binding
+// port 0 picks another), so no page is ever served from this origin, and
+// the web dialog's trust in its own address gives nobody anything. A port
+// that was free a moment ago would go to whoever bound it next.
+const QLatin1String kUnreachableBase("http://127.0.0.1:0");
 
 } // namespace
 
@@ -179,12 +177,9 @@ void KZentoOfficeHost::setServicePages(ServicePages pages)
         addresses[kEnterpriseCenterUrl] = m_server.enterpriseCenterUrl().toString();
     } else if (pages != InternetPages) {
         pages = UnreachablePages;
-        if (!m_unreachablePort)
-            m_unreachablePort = refusingPort();
-        const QString base = QStringLiteral("http://127.0.0.1:%1").arg(m_unreachablePort);
-        addresses[kJumpUrl] = base + QStringLiteral("/go");
-        addresses[kPersonalCenterUrl] = base + QStringLiteral("/center");
-        addresses[kEnterpriseCenterUrl] = base + QStringLiteral("/admin");
+        addresses[kJumpUrl] = kUnreachableBase + QStringLiteral("/go");
+        addresses[kPersonalCenterUrl] = kUnreachableBase + QStringLiteral("/center");
+        addresses[kEnterpriseCenterUrl] = kUnreachableBase + QStringLiteral("/admin");
     }
     for (auto it = addresses.cbegin(); it != addresses.cend(); ++it)
         krt::hostcontrol::setProductString(it.key(), it.value());

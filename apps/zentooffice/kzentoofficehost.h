@@ -35,7 +35,7 @@ public:
     enum ServicePages {
         InternetPages,    // the profile's own addresses
         LocalPages,       // the local server (KLocalServiceServer)
-        UnreachablePages, // a local port nobody listens on: pages fail to load
+        UnreachablePages, // port 0 of the loopback interface, which nobody can serve
     };
 
     explicit KZentoOfficeHost(QObject* parent = nullptr);
@@ -127,7 +127,6 @@ private:
     bool m_translatorInstalled = false;
     ServicePages m_pages = InternetPages;
     QHash<QString, QString> m_profileAddresses;
-    quint16 m_unreachablePort = 0;
     bool m_offline = false;
     QList<QUrl> m_caught;
 };

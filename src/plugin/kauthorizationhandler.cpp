@@ -38,10 +38,16 @@ QVariant KAuthorizationHandler::getInfo(const QString& key)
         result = defaultInfo(key, group, name);
 
     if (result.isNull()) {
-        // The cached null keeps the warning to once per key.
-        qWarning("The info %s was not found, the key must be handled!",
-                 key.toLocal8Bit().constData());
-        m_infoCache.insert(key, QVariant());
+        if (m_unknownKeys < kMaxUnknownKeys) {
+            // The cached null keeps the warning to once per key.
+            qWarning("The info %s was not found, the key must be handled!",
+                     key.toLocal8Bit().constData());
+            m_infoCache.insert(key, QVariant());
+        } else if (m_unknownKeys == kMaxUnknownKeys) {
+            qCWarning(lcAuthPlugin, "%d info keys were not found; later ones are not remembered",
+                      kMaxUnknownKeys);
+        }
+        m_unknownKeys = qMin(m_unknownKeys + 1, kMaxUnknownKeys + 1);
         return QVariant();
     }
     return result;

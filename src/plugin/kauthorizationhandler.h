@@ -24,8 +24,15 @@ public:
     QVariant defaultInfo(const QString& key, const QString& group, const QString& name) override;
     void insertStaticInfo(const QString& key, const QVariant& value) override;
 
+    // Unanswerable keys remembered at most. A web page can ask for any key
+    // (the bridge's readProductConfig); remembering each would let it grow
+    // the cache without end. Later ones are routed again on every request,
+    // without a warning.
+    static constexpr int kMaxUnknownKeys = 1024;
+
 private:
     QHash<QString, QVariant> m_infoCache;
+    int m_unknownKeys = 0;
 };
 
 #endif // KAUTHORIZATIONHANDLER_H

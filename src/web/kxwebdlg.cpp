@@ -14,6 +14,7 @@
 #include <qcommjson.h>
 
 #include <vex/kxsettings.h>
+#include <vex/kzentostyle.h>
 #include <vexlite/kdcinfoc.h>
 #include <vexlite/khksoftwaresettings.h>
 #include <vexlite/krtauth.h>
@@ -24,9 +25,11 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QFile>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTimer>
 #include <QUrlQuery>
 #include <QVBoxLayout>
@@ -57,10 +60,31 @@ const char* keyRefusal(const QString& key, const QString& valueName)
     return nullptr;
 }
 
+// The group of the user's store that keeps web pages' registry-like
+// values: a page's key path names a place below it, so no page reaches the
+// installation's own keys (the device identifier, the suite's user name).
+const char kPageStorePath[] = "WebPages";
+// Values a page may keep in the dialog's settings group, and below
+// kPageStorePath: a page writing ever new names would fill the user's
+// store without end.
+const int kMaxStoredValues = 256;
+
+// The group of the user's store below kPageStorePath. On macOS it lives in
+// a preference domain of its own; elsewhere in the profile's per-user
+// store, never in a file a page names.
+std::unique_ptr<QSettings> openPageStore()
+{
+#ifdef Q_OS_MACOS
+    return std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope,
+                                       QStringLiteral("Corvane"), QLatin1String(kPageStorePath));
+#else
+    return std::make_unique<KHKSoftwareSettings>(KHKSoftwareSettings::CurrentUser,
+                                                 QLatin1String(kPageStorePath));
+#endif
+}
+
 // The settings a page's key path addresses, or null (with one warning) when
-// the path is refused. On macOS native settings are the user's preference
-// domains; elsewhere they would be files named by the page, so the path
-// becomes a key of the profile's per-user store instead.
+// the path is refused.
 std::unique_ptr<QSettings> openPageSettings(const QString& key, const QString& valueName)
 {
     if (const char* reason = keyRefusal(key, valueName)) {
@@ -68,17 +92,55 @@ std::unique_ptr<QSettings> openPageSettings(const QString& key, const QString& v
                  qUtf8Printable(key), qUtf8Printable(valueName), reason);
         return nullptr;
     }
-#ifdef Q_OS_MACOS
-    return std::make_unique<QSettings>(key, QSettings::NativeFormat);
-#else
-    return std::make_unique<KHKSoftwareSettings>(KHKSoftwareSettings::CurrentUser, key);
-#endif
+    std::unique_ptr<QSettings> settings = openPageStore();
+    settings->beginGroup(QString(key).replace(QLatin1Char('\\'), QLatin1Char('/')));
+    return settings;
 }
 
-// A size the page asks for, kept within what a widget can be.
-int boundedLength(int length, int margins)
+// Whether a page may write name into settings, where stored values of its
+// kind are kept already: always over a value it has, a new one only below
+// kMaxStoredValues.
+bool roomFor(const QSettings& settings, const QString& name, int stored)
 {
-    return qBound(0, length, QWIDGETSIZE_MAX - margins);
+    if (stored < kMaxStoredValues || settings.contains(name))
+        return true;
+    qWarning("Refused to keep \"%s\" for a web page: it keeps %d values already",
+             qUtf8Printable(name), kMaxStoredValues);
+    return false;
+}
+
+void writePageValue(const QString& key, const QString& valueName, const QVariant& value)
+{
+    const std::unique_ptr<QSettings> settings = openPageSettings(key, valueName);
+    if (settings && roomFor(*settings, valueName, openPageStore()->allKeys().size()))
+        settings->setValue(valueName, value);
+}
+
+// Where the dialog may lie: the available area of the screen that holds
+// point, or else of the dialog's own screen.
+QRect availableArea(const QWidget* dialog, const QPoint& point)
+{
+    const QScreen* screen = QGuiApplication::screenAt(point);
+    if (!screen)
+        screen = dialog->screen();
+    return screen ? screen->availableGeometry() : QRect(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+}
+
+// rect moved as little as keeps it inside area; one larger than area keeps
+// its top left corner there.
+QRect keptInside(QRect rect, const QRect& area)
+{
+    rect.moveRight(qMin(rect.right(), area.right()));
+    rect.moveBottom(qMin(rect.bottom(), area.bottom()));
+    rect.moveLeft(qMax(rect.left(), area.left()));
+    rect.moveTop(qMax(rect.top(), area.top()));
+    return rect;
+}
+
+// What a page asks for, kept within what a widget can be.
+int bounded(int length)
+{
+    return qBound(-QWIDGETSIZE_MAX, length, QWIDGETSIZE_MAX);
 }
 
 } // namespace
@@ -95,28 +157,56 @@ struct KxWebDlg::Private
     QString expId;
     QString expVar;
     QTimer* loadTimer = nullptr;
+    // Starts the modal run once the engine's load signal has returned: a
+    // modal run inside it would hold the engine's loader mid-call, and a
+    // page the user loads meanwhile frees what that call still uses.
+    QTimer* showTimer = nullptr;
     QEventLoop* loadLoop = nullptr;
     bool shown = false;
-    int result = 0; // of the last modal run
     QString onCloseCallback;
     QString onEscPressCallback;
     QString onLoginSuccess;
     QPointer<KxWebDlgBridge> bridge;
+    // The document the main frame shows now got the bridge.
+    bool bridgeDocument = false;
+    // A frame of another origin could reach that document's script: its
+    // calls might be the frame's, so none runs until the next document.
+    bool reachedFromOutside = false;
 
     // Runs the modal run once, inside the slot that calls it; its result
     // ends exec().
     void startModalRun(KxWebDlg* dialog);
     // Runs a callback expression in the page: true when it answers 1.
     bool callbackAnswersOne(const QString& script);
+    // Whether a bridge call may run now. A web engine does not tell which
+    // frame calls, so the call runs only while no frame but those of the
+    // page's own party could be the caller.
+    bool bridgeCallAllowed();
+    bool sameParty(const QUrl& page) const
+    {
+        return KxWebBridgeOrigins::admits(page, url, fallbackUrl);
+    }
 };
+
+bool KxWebDlg::Private::bridgeCallAllowed()
+{
+    if (!bridgeDocument)
+        return false;
+    if (!reachedFromOutside && engine->foreignFrameReachesMainFrame(
+                                   [this](const QUrl& origin) { return sameParty(origin); })) {
+        reachedFromOutside = true;
+        qWarning("Refused the bridge to %s: a frame of another origin can reach its script",
+                 qUtf8Printable(kxUrlForLog(engine->url())));
+    }
+    return !reachedFromOutside;
+}
 
 void KxWebDlg::Private::startModalRun(KxWebDlg* dialog)
 {
     if (shown)
         return;
     shown = true;
-    result = dialog->KxNimboCustomFrameDlg::exec();
-    loadLoop->exit(result);
+    loadLoop->exit(dialog->KxNimboCustomFrameDlg::exec());
 }
 
 bool KxWebDlg::Private::callbackAnswersOne(const QString& script)
@@ -139,7 +229,13 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
     setTitleColor(QColor(QStringLiteral("#6C7079")));
 
     d->engine = KxWebDlgEngine::create(this);
+    // Pages are written for 100 %: at the host's display scale they grow
+    // with the frame around them.
+    d->engine->setZoomFactor(KZentoStyle::dpiScale());
     d->loadTimer = new QTimer(this);
+    d->showTimer = new QTimer(this);
+    d->showTimer->setSingleShot(true);
+    d->showTimer->setInterval(0);
     d->loadLoop = new QEventLoop(this);
 
     auto* layout = new QVBoxLayout;
@@ -163,6 +259,7 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
     connect(d->engine, &KxWebDlgEngine::titleChanged, this, &QWidget::setWindowTitle);
     connect(d->engine, &KxWebDlgEngine::loadFinished, this, &KxWebDlg::on_loadFinished);
     connect(d->loadTimer, &QTimer::timeout, this, &KxWebDlg::on_loadTimedOut);
+    connect(d->showTimer, &QTimer::timeout, this, [this] { d->startModalRun(this); });
 }
 
 // The view may still report on a load while the widgets go, after the
@@ -177,12 +274,9 @@ int KxWebDlg::exec()
     // Every exec() shows the dialog once; without this a second call would
     // wait for ever.
     d->shown = false;
-    qCDebug(lcAuthWeb, "loading %s", qUtf8Printable(d->url.toDisplayString()));
+    d->showTimer->stop();
+    qCDebug(lcAuthWeb, "loading %s", qUtf8Printable(kxUrlForLog(d->url)));
     d->engine->load(d->url);
-    // Some addresses (an empty one) finish within the load: the modal run
-    // has already happened, before the waiting loop could run.
-    if (d->shown)
-        return d->result;
     d->loadTimer->setSingleShot(true);
     d->loadTimer->start(kLoadWaitMs);
     return d->loadLoop->exec(QEventLoop::ExcludeUserInputEvents);
@@ -190,11 +284,19 @@ int KxWebDlg::exec()
 
 void KxWebDlg::resize(int contentWidth, int contentHeight)
 {
+    // Never larger than the screen: a page asking for 30000 x 30000 would
+    // otherwise get a window buffer of gigabytes.
+    const QRect old = geometry();
+    const QRect area = availableArea(this, old.center());
     const QMargins margins = contentsMargins();
     const int horizontal = margins.left() + margins.right();
     const int vertical = margins.top() + margins.bottom();
-    const QSize content(boundedLength(contentWidth, horizontal),
-                        boundedLength(contentHeight, vertical));
+    // The page's pixels, at the host's display scale.
+    const qreal scale = KZentoStyle::dpiScale();
+    const QSize content(qBound(0, qRound(qBound(0, contentWidth, QWIDGETSIZE_MAX) * scale),
+                               area.width() - horizontal),
+                        qBound(0, qRound(qBound(0, contentHeight, QWIDGETSIZE_MAX) * scale),
+                               area.height() - vertical));
     const int width = content.width() + horizontal;
     const int height = content.height() + vertical;
     // A hidden dialog lays nothing out, so the page would load at the
@@ -202,21 +304,23 @@ void KxWebDlg::resize(int contentWidth, int contentHeight)
     // the page the size it will have.
     if (!isVisible())
         d->engine->setViewportSize(content);
-    const QRect old = geometry();
     // Not placed yet: the window system centres it when it shows.
     if (old.topLeft() == QPoint(0, 0)) {
         setFixedSize(width, height);
         return;
     }
-    setGeometry(old.x() - (width - old.width()) / 2, old.y() - (height - old.height()) / 2, width,
-                height);
+    const QRect centred(old.x() - (width - old.width()) / 2, old.y() - (height - old.height()) / 2,
+                        width, height);
+    setGeometry(keptInside(centred, area));
     setFixedSize(width, height);
 }
 
 void KxWebDlg::moveTo(int x, int y)
 {
-    move(qBound(-QWIDGETSIZE_MAX, x, QWIDGETSIZE_MAX),
-         qBound(-QWIDGETSIZE_MAX, y, QWIDGETSIZE_MAX));
+    // On a screen, all of it where it fits: a modal dialog off screen could
+    // be neither seen nor closed.
+    const QRect wanted(QPoint(bounded(x), bounded(y)), size());
+    move(keptInside(wanted, availableArea(this, wanted.center())).topLeft());
 }
 
 void KxWebDlg::accept()
@@ -240,7 +344,8 @@ void KxWebDlg::set(const QString& key, const QString& value)
 {
     KxSettings settings;
     settings.beginGroup(QLatin1String(kSettingsGroup));
-    settings.setValue(key, value);
+    if (roomFor(settings, key, settings.allKeys().size()))
+        settings.setValue(key, value);
 }
 
 void KxWebDlg::experiment(const QString& expId, const QString& expVar)
@@ -300,14 +405,12 @@ int KxWebDlg::readIntReg(const QString& key, const QString& valueName)
 
 void KxWebDlg::writeStrReg(const QString& key, const QString& valueName, const QString& value)
 {
-    if (const std::unique_ptr<QSettings> settings = openPageSettings(key, valueName))
-        settings->setValue(valueName, value);
+    writePageValue(key, valueName, value);
 }
 
 void KxWebDlg::writeIntReg(const QString& key, const QString& valueName, int value)
 {
-    if (const std::unique_ptr<QSettings> settings = openPageSettings(key, valueName))
-        settings->setValue(valueName, value);
+    writePageValue(key, valueName, value);
 }
 
 QString KxWebDlg::readProductConfig(const QString& key)
@@ -395,26 +498,30 @@ void KxWebDlg::on_linkClicked(const QUrl& url)
 void KxWebDlg::populateJavaScriptWindowObject()
 {
     const QUrl page = d->engine->documentUrl();
-    if (page.isEmpty() || !KxWebBridgeOrigins::admits(page, d->url, d->fallbackUrl)) {
-        qCDebug(lcAuthWeb, "no bridge for %s", qUtf8Printable(d->engine->url().toDisplayString()));
+    d->bridgeDocument = !page.isEmpty() && d->sameParty(page);
+    d->reachedFromOutside = false;
+    // Pages without the bridge open no windows, not even on a click.
+    d->engine->setScriptWindowsAllowed(d->bridgeDocument);
+    if (!d->bridgeDocument) {
+        qCDebug(lcAuthWeb, "no bridge for %s", qUtf8Printable(kxUrlForLog(d->engine->url())));
         return;
     }
     if (!d->bridge)
-        d->bridge = new KxWebDlgBridge(this);
+        d->bridge = KxWebDlgBridge::create(this, [this] { return d->bridgeCallAllowed(); });
     d->engine->publish(QLatin1String(kBridgeName), d->bridge);
+    d->engine->lockDocumentDomain();
 }
 
 void KxWebDlg::on_loadFinished(bool ok)
 {
     if (!ok && !d->fallbackUrl.isEmpty() && d->engine->url() != d->fallbackUrl) {
-        qCDebug(lcAuthWeb, "%s failed, loading %s",
-                qUtf8Printable(d->engine->url().toDisplayString()),
-                qUtf8Printable(d->fallbackUrl.toDisplayString()));
+        qCDebug(lcAuthWeb, "%s failed, loading %s", qUtf8Printable(kxUrlForLog(d->engine->url())),
+                qUtf8Printable(kxUrlForLog(d->fallbackUrl)));
         d->engine->load(d->fallbackUrl);
         return;
     }
     d->loadTimer->stop();
-    d->startModalRun(this);
+    d->showTimer->start();
 }
 
 void KxWebDlg::on_loadTimedOut()

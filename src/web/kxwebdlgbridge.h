@@ -4,19 +4,36 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+#include <initializer_list>
+
 class KxWebDlg;
 
 // What a page sees as "zentoctx": the web dialog's bridge methods and
-// nothing else of it. Publishing the dialog itself would hand page script
-// every public slot of QDialog and QWidget as well (exec, show, close,
-// deleteLater, ...). Each method forwards to the dialog's virtual
-// operation of the same name. A child of the dialog.
+// nothing else. Publishing the dialog itself would hand page script every
+// public slot of QDialog and QWidget (exec, show, close, ...); publishing a
+// plain QObject would still hand it QObject's own (deleteLater, destroyed,
+// objectName). create() makes an object whose meta-object holds the bridge
+// methods only, which is all a web engine offers a page. Each method checks
+// the call and forwards to the dialog's virtual operation of the same name.
+// A child of the dialog.
 class KxWebDlgBridge : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit KxWebDlgBridge(KxWebDlg* dialog);
+    // Asked before every call: whether the page may call the bridge now
+    // (the dialog refuses calls that a frame of another origin could make).
+    using Gate = std::function<bool()>;
+
+    // Longest text a page may pass to any method, and to keys and stored
+    // values: longer ones are refused with a warning, and the call gives
+    // its empty answer.
+    static constexpr int kMaxTextLength = 16 * 1024;
+    static constexpr int kMaxKeyLength = 256;
+    static constexpr int kMaxValueLength = 4 * 1024;
+
+    static KxWebDlgBridge* create(KxWebDlg* dialog, Gate gate);
 
     Q_INVOKABLE void resize(int contentWidth, int contentHeight);
     Q_INVOKABLE void moveTo(int x, int y);
@@ -52,8 +69,20 @@ public:
     Q_INVOKABLE void setOnCloseCallback(const QString& callback);
     Q_INVOKABLE void setOnEscPressCallback(const QString& callback);
 
+protected:
+    KxWebDlgBridge(KxWebDlg* dialog, Gate gate);
+
 private:
+    struct Text
+    {
+        const QString* text;
+        int limit;
+    };
+    // Whether the call runs: the gate lets it, and no text is too long.
+    bool admit(const char* method, std::initializer_list<Text> texts = {});
+
     KxWebDlg* m_dialog;
+    Gate m_gate;
 };
 
 #endif // KXWEBDLGBRIDGE_H

@@ -5,6 +5,8 @@
 #include <QUrl>
 #include <QVariant>
 
+#include <functional>
+
 class QSize;
 class QWidget;
 
@@ -32,9 +34,20 @@ public:
     virtual QUrl documentUrl() const = 0;
     // The size pages are laid out at while the view is hidden.
     virtual void setViewportSize(const QSize& size) = 0;
+    // How many of the view's pixels a page's pixel takes.
+    virtual void setZoomFactor(qreal factor) = 0;
 
     // Publishes object to the script of the main frame's document as name.
     virtual void publish(const QString& name, QObject* object) = 0;
+    // Keeps the main frame's document from relaxing document.domain, the
+    // one way a frame of another origin could reach its script.
+    virtual void lockDocumentDomain() = 0;
+    // Whether a frame of another origin than the main frame's, and one
+    // sameParty does not accept, can reach the main frame's script.
+    virtual bool
+    foreignFrameReachesMainFrame(const std::function<bool(const QUrl& origin)>& sameParty) = 0;
+    // Whether script of the main frame's document may open windows.
+    virtual void setScriptWindowsAllowed(bool allowed) = 0;
     // Runs script in the main frame; its result, null when there is none.
     virtual QVariant evaluate(const QString& script) = 0;
 

@@ -6,6 +6,47 @@
 #include <QWebFrame>
 #include <QWebSecurityOrigin>
 
+#include <algorithm>
+
+namespace {
+
+// The setter throws as a sandboxed document's does. Defined on the
+// document itself, not configurable: the page's own script cannot take it
+// back.
+const char kLockDocumentDomain[] = R"((function () {
+    var domain = Object.getOwnPropertyDescriptor(Document.prototype, "domain");
+    if (!domain || Object.getOwnPropertyDescriptor(document, "domain"))
+        return;
+    Object.defineProperty(document, "domain", {
+        get: domain.get,
+        set: function () {
+            var refused = new Error("document.domain cannot be changed in this dialog");
+            refused.name = "SecurityError";
+            throw refused;
+        },
+        enumerable: true,
+        configurable: false
+    });
+})())";
+
+// True where the frame's script can read the main frame's document, and so
+// call whatever that offers. `top` and `document` are not configurable: the
+// frame's own script cannot fake the answer.
+const char kReachesTop[] =
+    "(function () { try { return !!top.document; } catch (e) { return false; } })()";
+
+QUrl originUrl(const QWebSecurityOrigin& origin)
+{
+    QUrl url;
+    url.setScheme(origin.scheme());
+    url.setHost(origin.host());
+    if (origin.port() > 0)
+        url.setPort(origin.port());
+    return url;
+}
+
+} // namespace
+
 // This build's engine.
 KxWebDlgEngine* KxWebDlgEngine::create(QWidget* dialog)
 {
@@ -60,9 +101,34 @@ void KxWebKitDlgEngine::setViewportSize(const QSize& size)
     m_page->setViewportSize(size);
 }
 
+void KxWebKitDlgEngine::setZoomFactor(qreal factor)
+{
+    m_view->setZoomFactor(factor);
+}
+
 void KxWebKitDlgEngine::publish(const QString& name, QObject* object)
 {
     m_page->mainFrame()->addToJavaScriptWindowObject(name, object);
+}
+
+void KxWebKitDlgEngine::lockDocumentDomain()
+{
+    m_page->mainFrame()->evaluateJavaScript(QLatin1String(kLockDocumentDomain));
+}
+
+bool KxWebKitDlgEngine::foreignFrameReachesMainFrame(
+    const std::function<bool(const QUrl& origin)>& sameParty)
+{
+    const QList<QWebFrame*> frames = m_page->framesOfOtherOrigins();
+    return std::any_of(frames.cbegin(), frames.cend(), [&](QWebFrame* frame) {
+        return !sameParty(originUrl(frame->securityOrigin())) &&
+               frame->evaluateJavaScript(QLatin1String(kReachesTop)).toBool();
+    });
+}
+
+void KxWebKitDlgEngine::setScriptWindowsAllowed(bool allowed)
+{
+    m_page->setScriptWindowsAllowed(allowed);
 }
 
 QVariant KxWebKitDlgEngine::evaluate(const QString& script)

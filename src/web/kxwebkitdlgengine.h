@@ -20,7 +20,12 @@ public:
     QUrl url() const override;
     QUrl documentUrl() const override;
     void setViewportSize(const QSize& size) override;
+    void setZoomFactor(qreal factor) override;
     void publish(const QString& name, QObject* object) override;
+    void lockDocumentDomain() override;
+    bool
+    foreignFrameReachesMainFrame(const std::function<bool(const QUrl& origin)>& sameParty) override;
+    void setScriptWindowsAllowed(bool allowed) override;
     QVariant evaluate(const QString& script) override;
 
 private:

@@ -448,8 +448,8 @@ private slots:
         QCOMPARE(added, activity);
     }
 
-    // The jump base and the centres point at the local server, or at a port
-    // nobody listens on; then the desktop's addresses are caught, not
+    // The jump base and the centres point at the local server, or at port 0,
+    // which nobody can serve; then the desktop's addresses are caught, not
     // opened.
     void servicePages_data()
     {
@@ -460,8 +460,8 @@ private slots:
 
         QTest::newRow("local") << int(KZentoOfficeHost::InternetPages) << int(Qt::Key_Down)
                                << "LOCAL" << true;
-        QTest::newRow("unreachable")
-            << int(KZentoOfficeHost::LocalPages) << int(Qt::Key_Down) << "" << true;
+        QTest::newRow("unreachable") << int(KZentoOfficeHost::LocalPages) << int(Qt::Key_Down)
+                                     << "http://127.0.0.1:0/go" << true;
         QTest::newRow("internet") << int(KZentoOfficeHost::UnreachablePages) << int(Qt::Key_Home)
                                   << kDefaultJump << false;
     }
@@ -482,13 +482,7 @@ private slots:
                     box->sizeHint().width() >
                         box->fontMetrics().horizontalAdvance(box->currentText()));
         const QString jump = krt::product::getString("JumpUrl");
-        if (jumpBase == "LOCAL")
-            QCOMPARE(jump, server->jumpBase().toString());
-        else if (jumpBase.isEmpty())
-            QVERIFY(jump.startsWith("http://127.0.0.1:") &&
-                    !jump.contains(QString::number(server->port())));
-        else
-            QCOMPARE(jump, jumpBase);
+        QCOMPARE(jump, jumpBase == "LOCAL" ? server->jumpBase().toString() : jumpBase);
         if (!caught)
             return; // the browser's now
         const QUrl center(krt::product::getString("PersonalCenterUrl"));
@@ -553,7 +547,8 @@ private slots:
             QVariant(), "");
         row("resize", true, "resize", false, {"resize(640, 460) → (no value)"}, QSize(640, 460),
             "");
-        row("move", true, "move", false, {"moveTo(80, 60) → (no value)"}, QPoint(80, 60), "");
+        // As near (80, 60) as the 722 x 561 dialog stays on the 800 x 600 screen.
+        row("move", true, "move", false, {"moveTo(80, 60) → (no value)"}, QPoint(78, 39), "");
         row("window", true, "window", false, {"window.open(\"" + help + "\") !== null → true"},
             QUrl(help), "");
         row("accept", true, "accept", false, {"accept() → (no value)"}, QVariant(), "accepted");

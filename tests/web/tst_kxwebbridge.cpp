@@ -9,6 +9,7 @@
 #include "kwebdlgdriver.h"
 
 #include <kdeskhivelib.h>
+#include <kxacommonauthhandler.h>
 #include <kxauthwebview.h>
 #include <kxwebbridgeorigins.h>
 #include <kxwebdlg.h>
@@ -18,6 +19,7 @@
 #include <vexlite/hostcontrol.h>
 #include <vexlite/khksoftwaresettings.h>
 
+#include <QWebFrame>
 #include <QtTest>
 
 using namespace AuthTest;
@@ -25,7 +27,9 @@ using namespace AuthTest;
 namespace {
 
 const QByteArray kProbe = "<html><head><script>document.title = typeof zentoctx;</script>"
-                          "</head><body>probe</body></html>";
+                          "</head><body><button id='open' style='width:90px;height:30px' "
+                          "onclick=\"window.open('https://popup.zento.example/')\">open</button>"
+                          "</body></html>";
 
 } // namespace
 
@@ -55,60 +59,127 @@ private slots:
 
     void init() { QVERIFY2(resetWebHost(m_env), "the cloud simulator is not beside the suite"); }
 
-    // The page sees the thirty methods, and nothing else of the dialog.
-    void surface()
+    // The page sees the thirty methods and nothing else, of the dialog or of
+    // QObject, and they answer with the host's facts; whatever it calls, the
+    // bridge stays.
+    void surface_data()
     {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("answer");
+
         const QString methods =
             "resize moveTo accept reject get set experiment postEvent postPageView distSrc lang "
             "version hdid setVisible readStrReg readIntReg writeStrReg writeIntReg "
             "readProductConfig isFileExist login openAutoLoginUrl isLogined loginedUserId "
             "isMimeTypeAvailable availableMimeTypes openUrl isSupportWindowOpen "
             "setOnCloseCallback setOnEscPressCallback";
-        const QString dialogOnly = "exec show hide close done open setWindowTitle setStyleSheet "
-                                   "update on_loadTimedOut populateJavaScriptWindowObject "
-                                   "on_linkClicked";
-        const QString script = "'%1'.split(' ').filter(function(n){ return typeof zentoctx[n] "
-                               "%2 'function'; }).join(',')";
+        const QString notFunctions = "'%1'.split(' ').filter(function(n){ return typeof "
+                                     "zentoctx[n] !== 'function'; }).join(',')";
+        const QString defined = "'%1'.split(' ').filter(function(n){ return typeof "
+                                "zentoctx[n] !== 'undefined'; }).join(',')";
         QCOMPARE(methods.count(' '), 29);
-        QCOMPARE(inPage(script.arg(methods, "!==")).toString(), QString());
-        QCOMPARE(inPage(script.arg(dialogOnly, "===")).toString(), QString());
+        QTest::newRow("the bridge methods") << notFunctions.arg(methods) << "";
+        QTest::newRow("nothing of the dialog or QObject")
+            << defined.arg("exec show close done setWindowTitle on_loadTimedOut on_linkClicked "
+                           "deleteLater destroyed objectName objectNameChanged parent findChild")
+            << "";
+        QTest::newRow("what it lists")
+            << "Object.getOwnPropertyNames(zentoctx).map(function(n){ return n.split('(')[0]; "
+               "}).filter(function(n, i, all){ return all.indexOf(n) === i; }).join(' ')"
+            << methods;
+        for (const char* fact : {"distSrc()=mc-test", "lang()=en-US", "version()=12.1.0.17890",
+                                 "hdid()=hd-42", "isFileExist('/etc/hosts')=true",
+                                 "isFileExist('/no/such/file')=false", "isSupportWindowOpen()=true",
+                                 "availableMimeTypes()=", "isMimeTypeAvailable('text/html')=false"})
+            QTest::newRow(fact) << "zentoctx." + QString(fact).section('=', 0, 0)
+                                << QString(fact).section('=', 1);
+        QTest::newRow("calling all it has")
+            << "for (var name in zentoctx) { try { zentoctx[name](); } catch (e) {} } "
+               "try { zentoctx['deleteLater()'](); } catch (e) {} typeof zentoctx"
+            << "object";
     }
 
-    void hostFacts_data()
-    {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QVariant>("answer");
-
-        const auto row = [](const char* script, const QVariant& answer) {
-            QTest::newRow(script) << QString("zentoctx.") + script << answer;
-        };
-        row("distSrc()", "mc-test");
-        row("lang()", "en-US");
-        row("version()", "12.1.0.17890");
-        row("hdid()", "hd-42");
-        row("isFileExist('/etc/hosts')", true);
-        row("isFileExist('/no/such/file')", false);
-        row("isSupportWindowOpen()", true);
-        row("availableMimeTypes()", "");
-        row("isMimeTypeAvailable('text/html')", false);
-    }
-
-    void hostFacts()
+    void surface()
     {
         QFETCH(QString, script);
-        QFETCH(QVariant, answer);
+        QFETCH(QString, answer);
 
-        QCOMPARE(inPage(script), answer);
+        KxWebDlg dialog(m_server.url("/probe"));
+        execShown(dialog, [&] {
+            QCOMPARE(js(dialog, script).toString(), answer);
+            // What deleteLater would have done by now.
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QCOMPARE(js(dialog, "zentoctx.version()").toString(), QString("12.1.0.17890"));
+        });
     }
 
-    // Kept in the host settings, group "ZentoCtx", for the next dialog.
-    void keptValues()
+    // What a page hands the bridge is bounded: texts (keys, stored values,
+    // any other), and how many values it keeps. Refused calls warn and give
+    // their empty answer.
+    void limits_data()
     {
-        QCOMPARE(inPage("zentoctx.set('colour', 'blue'); zentoctx.get('colour')").toString(),
-                 QString("blue"));
-        QCOMPARE(inPage("zentoctx.get('colour') + '|' + zentoctx.get('missing')").toString(),
-                 QString("blue|"));
-        QCOMPARE(KxSettings().value("ZentoCtx/colour").toString(), QString("blue"));
+        QTest::addColumn<int>("stored"); // values kept before, in either store
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<int>("refused");
+
+        const auto text = [](int length) { return QString("Array(%1).join('k')").arg(length + 1); };
+        const auto row = [](const char* tag, const QString& script, const char* answer, int refused,
+                            int stored = 0) {
+            QTest::newRow(tag) << stored << script << QString(answer) << refused;
+        };
+        const QString keep = "var k = %1; zentoctx.set(k, %2); zentoctx.get(k).length";
+        row("key of 256, value of 4096", keep.arg(text(256), text(4096)), "4096", 0);
+        row("key of 257", keep.arg(text(257), "'v'"), "0", 2);
+        row("value of 4097", keep.arg("'k'", text(4097)), "0", 1);
+        // Kept in the host settings, group "ZentoCtx", as other dialogs left
+        // them (k1).
+        row("a value more than 256",
+            "zentoctx.set('last', 'x'); zentoctx.set('more', 'x'); zentoctx.set('k0', 'y');"
+            "zentoctx.get('last') + zentoctx.get('more') + zentoctx.get('k0') + zentoctx.get('k1')",
+            "xyx", 1, 255);
+        row("store value more than 256",
+            "zentoctx.writeIntReg('B', 'last', 1); zentoctx.writeIntReg('B', 'more', 2);"
+            "zentoctx.writeIntReg('A', 'n0', 9); zentoctx.readIntReg('B', 'last') + '|' +"
+            "zentoctx.readIntReg('B', 'more') + '|' + zentoctx.readIntReg('A', 'n0')",
+            "1|0|9", 1, 255);
+        row("store value of 4097",
+            QString("zentoctx.writeStrReg('A', 'n', %1); zentoctx.readStrReg('A', 'n')")
+                .arg(text(4097)),
+            "", 1);
+        row("product key of 257", QString("zentoctx.readProductConfig(%1)").arg(text(257)), "", 1);
+        const QString longText = "var p = '%1'; p += Array(16385 - p.length + 1).join(' ');";
+        row("address of 16385",
+            longText.arg("https://zento.example/") + "String(zentoctx.openUrl(p))", "false", 1);
+        row("callback of 16385",
+            longText.arg("function(){ return 1; }") + "zentoctx.setOnCloseCallback(p); 'set'",
+            "set", 1);
+    }
+
+    void limits()
+    {
+        QFETCH(int, stored);
+        QFETCH(QString, script);
+        QFETCH(QString, answer);
+        QFETCH(int, refused);
+
+        {
+            KxSettings values;
+            values.beginGroup("ZentoCtx");
+            KHKSoftwareSettings pageStore(KHKSoftwareSettings::CurrentUser, "WebPages\\A");
+            for (int i = 0; i < stored; ++i) {
+                values.setValue(QString("k%1").arg(i), "x");
+                pageStore.setValue(QString("n%1").arg(i), i);
+            }
+        }
+
+        KUrlCatcher catcher;
+        KWarningCatcher warnings;
+        QCOMPARE(inPage(script).toString(), answer);
+        QCOMPARE(warnings.warnings().size(), refused);
+        for (const QString& warning : warnings.warnings())
+            QVERIFY2(warning.startsWith("Refused"), qPrintable(warning));
+        QCOMPARE(catcher.urls, QList<QUrl>());
     }
 
     // event: what the host recorded, its values in the order below.
@@ -148,9 +219,9 @@ private slots:
         QCOMPARE(events[0].size(), values.size() + 1); // and the time
     }
 
-    // Keys of the user's settings store, never files: paths that could
-    // leave the store, or name nothing, are refused with one warning per
-    // call and write nothing.
+    // Keys below the store's group for web pages, never files nor the
+    // installation's own keys: paths that could leave the group, or name
+    // nothing, are refused with one warning per call and write nothing.
     void registryKeys_data()
     {
         QTest::addColumn<QString>("key");
@@ -161,6 +232,8 @@ private slots:
             QTest::newRow(tag) << key << QString(name) << accepted;
         };
         row("store path", "Corvane\\Web\\Test", "colour", true);
+        row("device identifier", "roamingdevice", "deviceid", true);
+        row("suite's user name", "Corvane\\Office\\6.0\\Common\\UserInfo", "UserName", true);
         row("absolute path", m_env.rootPath() + "/evil.ini", "colour", false);
         row("root", "\\Corvane", "colour", false);
         row("drive", "C:\\evil", "colour", false);
@@ -176,26 +249,34 @@ private slots:
         QFETCH(QString, name);
         QFETCH(bool, accepted);
 
+        // What the installation keeps there, out of the page's reach.
+        KHKSoftwareSettings installation(KHKSoftwareSettings::CurrentUser, key);
+        if (!name.isEmpty())
+            installation.setValue(name, "real");
+        installation.sync();
         const QString intName = name.isEmpty() ? name : name + "N";
         const QString arguments = QString("'%1', '%2'").arg(QString(key).replace("\\", "\\\\"));
         KWarningCatcher warnings;
         const QString read =
-            inPage(QString("zentoctx.writeStrReg(%1, 'blue');"
-                           "zentoctx.writeIntReg(%2, 7);"
-                           "zentoctx.readStrReg(%1) + '|' + zentoctx.readIntReg(%2)")
+            inPage(QString("zentoctx.readStrReg(%1) + '|' + zentoctx.readIntReg(%2) + '|' +"
+                           "(zentoctx.writeStrReg(%1, 'blue'), zentoctx.writeIntReg(%2, 7),"
+                           "zentoctx.readStrReg(%1) + '|' + zentoctx.readIntReg(%2))")
                        .arg(arguments.arg(name), arguments.arg(intName)))
                 .toString();
 
-        QCOMPARE(read, accepted ? QString("blue|7") : QString("|0"));
-        QCOMPARE(warnings.warnings().size(), accepted ? 0 : 4);
+        QCOMPARE(read, accepted ? QString("|0|blue|7") : QString("|0||0"));
+        QCOMPARE(warnings.warnings().size(), accepted ? 0 : 6);
         for (const QString& warning : warnings.warnings())
             QVERIFY2(warning.startsWith("Refused the settings key"), qPrintable(warning));
-        QCOMPARE(KHKSoftwareSettings(KHKSoftwareSettings::CurrentUser, key).value(name).toString(),
+        installation.sync();
+        if (!name.isEmpty())
+            QCOMPARE(installation.value(name).toString(), QString("real"));
+        QCOMPARE(KHKSoftwareSettings(KHKSoftwareSettings::CurrentUser, "WebPages\\" + key)
+                     .value(name)
+                     .toString(),
                  accepted ? QString("blue") : QString());
         QVERIFY(!QFileInfo::exists(m_env.rootPath() + "/evil.ini"));
         QVERIFY(!QFileInfo::exists(QDir::current().filePath("../../evil.ini")));
-        QFile store(KHKSoftwareSettings::storeFileName(KHKSoftwareSettings::CurrentUser));
-        QCOMPARE(store.open(QIODevice::ReadOnly) && store.readAll().contains("blue"), accepted);
     }
 
     // Only http, https and mailto addresses with somewhere to go are handed
@@ -217,6 +298,12 @@ private slots:
         row("program's scheme", "zento://open?file=x", "");
         row("http without host", "http:relative", "");
         row("empty", "", "");
+        row("mail with fields", "mailto:help@zento.example?subject=Hi&cc=a@zento.example&body=x",
+            "mailto:help@zento.example?subject=Hi&cc=a@zento.example&body=x");
+        row("mail attaching a file", "mailto:help@zento.example?attach=/etc/passwd", "");
+        row("mail attaching, capitals", "mailto:h@zento.example?body=x&ATTACHMENT=/etc/passwd", "");
+        row("mail attaching, encoded", "mailto:help@zento.example?%61ttach=/etc/passwd", "");
+        row("token refused", "zento://open?token=s3cret", "");
         row("signed in, https", "https://centre.zento.example/me", "WRAPPED", "openAutoLoginUrl");
         row("signed in, file", "file:///etc/hosts", "", "openAutoLoginUrl");
     }
@@ -232,6 +319,8 @@ private slots:
         KWarningCatcher warnings;
         const QVariant result = inPage(QString("zentoctx.%1('%2')").arg(method, address));
         QCOMPARE(warnings.warnings().size(), opened.isEmpty() ? 1 : 0);
+        // The address's query, where tokens travel, stays out of the log.
+        QVERIFY(!warnings.warnings().join(' ').contains("s3cret"));
         if (method == "openUrl")
             QCOMPARE(result.toBool(), !opened.isEmpty());
         if (opened == "WRAPPED")
@@ -240,8 +329,9 @@ private slots:
     }
 
     // Which pages the dialog reaches get the bridge: the page navigates
-    // there and the probe page reports what it sees. The rules themselves,
-    // other ports among them, are originRules'.
+    // there and the probe page reports what it sees. Only those open
+    // windows, from script or on a click. The rules themselves, other ports
+    // among them, are originRules'.
     void bridgeOrigins_data()
     {
         QTest::addColumn<QString>("target");
@@ -283,6 +373,7 @@ private slots:
             address = other.url(target.mid(5));
 
         KxWebDlg dialog(m_server.url("/probe"), nullptr, fallback.url("/offline"));
+        KUrlCatcher catcher;
         QString seen;
         bool closed = false;
         execShown(dialog, [&] {
@@ -292,6 +383,8 @@ private slots:
             js(dialog, QString("location.href = '%1'").arg(address.toString()));
             QVERIFY(loaded.wait());
             seen = dialog.windowTitle();
+            js(dialog, "window.open('https://popup.zento.example/')");
+            QVERIFY(clickElement(dialog, "#open"));
             // The callback the first page set runs only in a page with the
             // bridge: any other cannot keep the dialog open with it.
             js(dialog, "window.keep = function(){ return 1; }");
@@ -299,6 +392,87 @@ private slots:
         });
         QCOMPARE(seen, bridge);
         QCOMPARE(closed, bridge == "undefined");
+        QCOMPARE(catcher.urls.size(), bridge == "object" ? 2 : 0);
+    }
+
+    // A frame of another origin gets nothing from the bridge, even when it
+    // and the page relax document.domain to the same value: the page
+    // cannot relax it, and where it does anyway (through another window's
+    // setter) the bridge refuses every call while the frame can reach it.
+    void otherOriginFrames_data()
+    {
+        QTest::addColumn<QString>("relax"); // what the page does
+        QTest::addColumn<QString>("relaxed");
+        QTest::addColumn<QString>("pageAfter"); // the page's own hdid() afterwards
+
+        QTest::newRow("both relax")
+            << "try { document.domain = '127.0.0.1'; window.relaxed = 'yes'; }"
+               "catch (e) { window.relaxed = e.name; }"
+            << "SecurityError"
+            << "hd-42";
+        QTest::newRow("relaxed through another window")
+            << "var f = document.createElement('iframe'); document.head.appendChild(f);"
+               "Object.getOwnPropertyDescriptor(f.contentWindow.Document.prototype, 'domain')"
+               ".set.call(document, '127.0.0.1'); window.relaxed = document.domain;"
+            << "127.0.0.1"
+            << "";
+    }
+
+    void otherOriginFrames()
+    {
+        QFETCH(QString, relax);
+        QFETCH(QString, relaxed);
+        QFETCH(QString, pageAfter);
+
+        KTestHttpServer page;
+        KTestHttpServer other;
+        QVERIFY(page.listen() && other.listen());
+        page.addPage("/page", QString("<script>window.relaxed = ''; %1</script><iframe src='%2'>"
+                                      "</iframe>")
+                                  .arg(relax, other.url("/frame").toString())
+                                  .toUtf8());
+        other.addPage("/frame", "<script>document.domain = '127.0.0.1';"
+                                "var z; try { z = parent.zentoctx; } catch (e) {}"
+                                "window.got = !z ? 'nothing' : z.hdid() + z.get('colour');"
+                                "if (z) { z.set('colour', 'stolen'); "
+                                "z.openUrl('https://evil.zento.example/'); }</script>");
+        KUrlCatcher catcher;
+        KWarningCatcher warnings;
+        KxWebDlg dialog(page.url("/page"));
+        execShown(dialog, [&] {
+            QWebFrame* frame = mainFrame(dialog)->childFrames().value(0);
+            QVERIFY(frame);
+            QCOMPARE(js(dialog, "window.relaxed").toString(), relaxed);
+            const QString got = frame->evaluateJavaScript("window.got").toString();
+            QVERIFY2(got == "nothing" || got.isEmpty(), qPrintable(got));
+            QCOMPARE(js(dialog, "zentoctx.hdid()").toString(), pageAfter);
+        });
+        QCOMPARE(KxSettings().value("ZentoCtx/colour").toString(), QString());
+        QCOMPARE(catcher.urls, QList<QUrl>());
+        QCOMPARE(warnings.warnings().size(), pageAfter.isEmpty() ? 1 : 0);
+    }
+
+    // Pages cannot grow the handler's cache of unanswerable keys without
+    // end: past its bound a key is asked again each time, so an answer
+    // configured later is found.
+    void unknownProductKeys()
+    {
+        KXaCommonAuthHandler handler;
+        krt::hostcontrol::setHandler(&handler);
+        KWarningCatcher warnings;
+        const int keys = KAuthorizationHandler::kMaxUnknownKeys + 10;
+        QString answer;
+        KxWebDlg dialog(m_server.url("/probe"));
+        execShown(dialog, [&] {
+            js(dialog, QString("for (var i = 0; i < %1; ++i) zentoctx.readProductConfig('Web/n' + "
+                               "i); zentoctx.readProductConfig('Web/late')")
+                           .arg(keys));
+            krt::hostcontrol::setConfigValue(krt::hostcontrol::MachineLayer, "Web/late", "known");
+            answer = js(dialog, "zentoctx.readProductConfig('Web/late')").toString();
+        });
+        krt::hostcontrol::setHandler(nullptr);
+        QCOMPARE(answer, QString("known"));
+        QCOMPARE(warnings.warnings().size(), KAuthorizationHandler::kMaxUnknownKeys + 1);
     }
 
     // page, the dialog's address (the fallback's counts alike), what the

@@ -1,20 +1,12 @@
-// The web plug-in registry and factory, the view's mime-type set, and the
-// pages that decide about new windows. The mime-type set is filled once per
-// process, so the two functions that look at it come first.
-
-#include "kurlcatcher.h"
-#include "kwarningcatcher.h"
-#include "kwebdlgdriver.h"
+// The web plug-in registry and factory, and the view's mime-type set. The
+// mime-type set is filled once per process, so the two functions that look
+// at it come first.
 
 #include <ikxwebpluginfactoryitem.h>
-#include <kxauthwebpage.h>
 #include <kxauthwebview.h>
-#include <kxpopupwebpage.h>
-#include <kxwebdlg.h>
 #include <kxwebpluginfactory.h>
 #include <kxwebpluginfactoryitemregister.h>
 
-#include <QNetworkRequest>
 #include <QWebElement>
 #include <QWebFrame>
 #include <QWebSettings>
@@ -22,8 +14,6 @@
 
 #include <memory>
 #include <vector>
-
-using namespace AuthTest;
 
 namespace {
 
@@ -73,12 +63,6 @@ Registers registerItems(const QStringList& descriptions)
             std::make_unique<KxWebPluginFactoryItemRegister>(new TestItem(description)));
     return registers;
 }
-
-class PopupProbe : public KxPopupWebPage
-{
-public:
-    using KxPopupWebPage::acceptNavigationRequest;
-};
 
 } // namespace
 
@@ -189,39 +173,6 @@ private slots:
                  QStringList{"chart application/x-zento-chart http://zento.example/d/chart.json "
                              "colour=blue type=application/x-zento-chart data=chart.json "
                              "width=120 height=60 src=chart.json"});
-    }
-
-    // A window opened by script: its first navigation goes to the system
-    // and is refused; other navigations are WebKit's.
-    void popupNavigation_data()
-    {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<bool>("opened");
-
-        const int other = QWebPage::NavigationTypeOther;
-        QTest::newRow("opened window, web") << other << "https://zento.example/" << false << true;
-        QTest::newRow("opened window, file") << other << "file:///etc/hosts" << false << false;
-        QTest::newRow("link") << int(QWebPage::NavigationTypeLinkClicked)
-                              << "https://zento.example/" << true << false;
-    }
-
-    void popupNavigation()
-    {
-        QFETCH(int, type);
-        QFETCH(QString, address);
-        QFETCH(bool, accepted);
-        QFETCH(bool, opened);
-
-        KUrlCatcher catcher;
-        KWarningCatcher warnings;
-        PopupProbe popup;
-        QCOMPARE(popup.acceptNavigationRequest(popup.mainFrame(), QNetworkRequest(QUrl(address)),
-                                               QWebPage::NavigationType(type)),
-                 accepted);
-        QCOMPARE(catcher.urls, opened ? QList<QUrl>{QUrl(address)} : QList<QUrl>());
-        QCOMPARE(warnings.warnings().size(), !accepted && !opened ? 1 : 0);
     }
 };
 
