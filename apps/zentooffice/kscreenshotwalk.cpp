@@ -173,21 +173,20 @@ bool KScreenshotWalk::accountSteps(KZentoOfficeWindow* window)
 
 bool KScreenshotWalk::webSteps(KZentoOfficeWindow* window)
 {
-    if (!m_host->webModule()) {
-        m_err << "zentooffice: no web module: " << m_host->webModuleError() << '\n';
-        return false;
-    }
     if (!setState(kPersonal) || !waitFor([&] { return showsUser(window, "Demo User"); }))
         return false;
-    const bool ok = step("webdlg-online",
-                         [&] {
-                             m_host->setServicePages(KZentoOfficeHost::LocalPages);
-                             return captureWelcomePage(window, "webdlg-online");
-                         }) &&
-                    step("webdlg-offline", [&] {
-                        m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
-                        return captureWelcomePage(window, "webdlg-offline");
-                    });
+    // Without the web module (a build without a web engine has none) there
+    // is no Welcome page to take; the start has said why.
+    const bool ok =
+        !m_host->webModule() || (step("webdlg-online",
+                                      [&] {
+                                          m_host->setServicePages(KZentoOfficeHost::LocalPages);
+                                          return captureWelcomePage(window, "webdlg-online");
+                                      }) &&
+                                 step("webdlg-offline", [&] {
+                                     m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
+                                     return captureWelcomePage(window, "webdlg-offline");
+                                 }));
     if (!ok)
         return false;
 

@@ -109,7 +109,8 @@ private slots:
         krt::hostcontrol::setHandler(handler);
         m_commands = std::make_unique<KHostCommandRegistration>();
         m_host = std::make_unique<KZentoOfficeHost>();
-        QVERIFY2(m_host->loadWebModule(m_bin + "/libhostweb.so"),
+        // A build without a web engine has no web module.
+        QVERIFY2(m_host->loadWebModule(m_bin + "/libhostweb.so") == AUTH_WEB_DIALOG,
                  qPrintable(m_host->webModuleError()));
         m_window = m_host->newWindow(true);
         m_window->show();
@@ -313,7 +314,8 @@ private slots:
         IKAccountService* account =
             KShellApplicaitons::instance()->getActiveApp()->accountService();
         QCOMPARE(account->isLogoutDuetoOffLine(), offline);
-        QCOMPARE(m_host->webModule()->isNimboOffLineMode(), offline);
+        if (m_host->webModule())
+            QCOMPARE(m_host->webModule()->isNimboOffLineMode(), offline);
     }
 
     // The jump base and the centres point at the local server, or at a port
@@ -384,6 +386,8 @@ private slots:
         QFETCH(int, pages);
         QFETCH(QString, shown);
 
+        if (!m_host->webModule())
+            QSKIP("a build without a web engine has no Welcome page");
         m_host->setServicePages(KZentoOfficeHost::ServicePages(pages));
         shown.replace("LOCAL", m_host->serviceServer()->jumpBase().toString());
         QString url;

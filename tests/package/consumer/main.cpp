@@ -7,23 +7,16 @@
 // the installed headers must differ, or the declarations below would vanish.
 #define AUTHPLUGINENTRY_H
 #define COMMPATHS_H
-#define IKXWEBPLUGINFACTORYITEM_H
 #define KNETWORKSTATEMONITOR_H
 #define KXAUTHGLOBAL_H
-#define KXNIMBOCUSTOMFRAMEDLG_H
-#define KXWEBDLG_H
-#define KXWEBPLUGINFACTORYITEMREGISTER_H
-#define KXWEBRESOURCES_H
 #define QCOMMFILETYPES_H
 #define QCOMMIDENTITY_H
 #define QCOMMSTORES_H
 
+#include "webdialog.h"
+
 #include <authpluginentry.h>
-#include <ikxwebpluginfactoryitem.h>
 #include <knetworkstatemonitor.h>
-#include <kxwebdlg.h>
-#include <kxwebpluginfactoryitemregister.h>
-#include <kxwebresources.h>
 
 #include <commpaths.h>
 #include <qcommfiletypes.h>
@@ -34,73 +27,14 @@
 #include <vexlite/ikauthorizationhandler.h>
 
 #include <QDir>
-#include <QShowEvent>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTextStream>
-#include <QTimer>
 
 namespace {
-
-const char kMimeType[] = "application/x-zento-consumer";
-
-// A kind of native object the module's pages embed, registered the way the
-// suite's modules do: a static register beside the item.
-class ConsumerItem : public IKxWebPluginFactoryItem
-{
-public:
-    QObject* create(const QString&, const QUrl&, const QStringList&, const QStringList&) override
-    {
-        return nullptr;
-    }
-    QWebPluginFactory::Plugin plugin() override
-    {
-        QWebPluginFactory::MimeType type;
-        type.name = QLatin1String(kMimeType);
-        QWebPluginFactory::Plugin plugin;
-        plugin.name = QStringLiteral("consumer");
-        plugin.mimeTypes << type;
-        return plugin;
-    }
-};
-const KxWebPluginFactoryItemRegister registered(new ConsumerItem);
-
-// Derived across the library's boundary: the page's bridge reaches the
-// override, and the dialog closes itself once it is on screen.
-class ConsumerDialog : public KxWebDlg
-{
-public:
-    using KxWebDlg::KxWebDlg;
-
-    QString version() override { return QStringLiteral("consumer"); }
-
-    QSize shownSize;
-
-protected:
-    void showEvent(QShowEvent* event) override
-    {
-        KxWebDlg::showEvent(event);
-        shownSize = size();
-        QTimer::singleShot(0, this, [this] { accept(); });
-    }
-};
 
 QString yesNo(bool value)
 {
     return value ? QStringLiteral("yes") : QStringLiteral("no");
-}
-
-// The page asks the bridge and shows the answers as its title, which the
-// dialog takes over.
-QUrl writePage(const QTemporaryDir& dir)
-{
-    QFile page(dir.filePath(QStringLiteral("page.html")));
-    if (!page.open(QIODevice::WriteOnly))
-        return QUrl();
-    page.write(QByteArray("<script>document.title = [zentoctx.isMimeTypeAvailable('") + kMimeType +
-               "'), zentoctx.isMimeTypeAvailable('application/x-other'), zentoctx.version()]"
-               ".join(' ');</script>");
-    return QUrl::fromLocalFile(page.fileName());
 }
 
 void useHelpers(QTextStream& out)
@@ -123,6 +57,8 @@ int main(int argc, char** argv)
 {
     KxApplication app(argc, argv);
     QTextStream out(stdout);
+    // The Qt the package's targets gave the module.
+    out << "qt major version: " << QT_VERSION_MAJOR << '\n';
 
     IKAuthorizationHandler* handler = GetAuthorizationHandler();
     out << "entry point: "
@@ -151,19 +87,6 @@ int main(int argc, char** argv)
 
     useHelpers(out);
 
-    const QString offline = kxGetWebResMuiFile(QStringLiteral("offline.html"));
-    out << "offline page: " << offline << '\n';
-
-    const QTemporaryDir dir;
-    ConsumerDialog dialog(writePage(dir), nullptr, QUrl(offline));
-    dialog.resize(480, 320);
-    out << "dialog classes: " << dialog.metaObject()->className() << " < "
-        << dialog.metaObject()->superClass()->className() << '\n';
-    QWidget* widget = &dialog;
-    out << "cast to the base: " << yesNo(dynamic_cast<KxNimboCustomFrameDlg*>(widget)) << '\n';
-    const int result = dialog.exec();
-    out << "dialog: " << (result == QDialog::Accepted ? "accepted" : "rejected") << ", shown "
-        << dialog.shownSize.width() << 'x' << dialog.shownSize.height() << '\n';
-    out << "page saw: " << dialog.windowTitle() << '\n';
+    useWebDialog(out);
     return 0;
 }
