@@ -4,6 +4,8 @@
 #include "kcommand.h"
 #include "vex_global.h"
 
+#include <vexlite/kqtcompat.h>
+
 #include <QPointer>
 #include <QToolButton>
 
@@ -65,7 +67,7 @@ protected:
     void setPopupOpen(bool open);
     bool isPopupOpen() const { return m_popupOpen; }
 
-    void enterEvent(QEvent* event) override;
+    void enterEvent(KQtCompat::EnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
