@@ -640,7 +640,10 @@ private slots:
             QTRY_COMPARE(list->toPlainText(), "");
         }
         QCOMPARE(list->document()->blockCount(), lines);
-        QVERIFY2(list->toPlainText().section('\n', 0, 0).endsWith(first),
+        // An empty list's first line is a null string, which Qt 6 finds ends
+        // with nothing but a null string.
+        const QString firstLine = list->toPlainText().section('\n', 0, 0);
+        QVERIFY2(first.isEmpty() ? firstLine.isEmpty() : firstLine.endsWith(first),
                  qPrintable(list->toPlainText().left(200)));
         QFile::remove(path);
     }
