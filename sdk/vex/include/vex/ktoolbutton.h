@@ -61,6 +61,9 @@ public slots:
     virtual void syncCommand();
 
 protected:
+    // Qt's own, virtual in Qt 6, beside the host's above.
+    using QToolButton::initStyleOption;
+
     // What a click does: run the default command (its action).
     virtual void onClicked();
     // For subclasses that keep a popup: drawn as under the mouse while open.
