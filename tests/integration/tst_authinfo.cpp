@@ -21,8 +21,7 @@ namespace {
 // What other modules may use of the plug-in and of the helper layer, row
 // by row: the library, the symbols a row covers (a pattern on the
 // demangled names), those among them that must be there, and whether the
-// row is the web module's (a build without a web engine exports none of
-// it). Whole classes
+// row is the web module's. Whole classes
 // come with their meta-object, vtable and type information, so that a
 // module can connect to them, derive from them and cast to them.
 struct Export
@@ -45,7 +44,7 @@ QList<Export> exportedSurface()
     };
     const char* plugin = "libauthplugin.so";
     const char* common = "libauthcommon.so";
-    return {
+    QList<Export> surface{
         {plugin, "entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
         {plugin, "network monitor", wholeClass("KNetworkStateMonitor"),
          classInfo("KNetworkStateMonitor") << "KNetworkStateMonitor::instance()"
@@ -95,6 +94,11 @@ QList<Export> exportedSurface()
          "^KIngoreLongTimeDetectHelper::",
          {"KIngoreLongTimeDetectHelper::KIngoreLongTimeDetectHelper(bool)"}},
     };
+    // A build without a web engine has no web module: a symbol of its rows
+    // would be one too many.
+    const auto web = [](const Export& row) { return row.web && !AUTH_WEB_DIALOG; };
+    surface.erase(std::remove_if(surface.begin(), surface.end(), web), surface.end());
+    return surface;
 }
 
 // The names a version script lets out: classes, namespaces and functions,
@@ -174,10 +178,8 @@ private slots:
         QTest::addColumn<QString>("library");
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<QStringList>("required");
-        QTest::addColumn<bool>("built");
         for (const Export& row : exportedSurface())
-            QTest::newRow(row.tag)
-                << row.library << row.pattern << row.required << (!row.web || AUTH_WEB_DIALOG);
+            QTest::newRow(row.tag) << row.library << row.pattern << row.required;
     }
 
     void exports()
@@ -185,15 +187,9 @@ private slots:
         QFETCH(QString, library);
         QFETCH(QString, pattern);
         QFETCH(QStringList, required);
-        QFETCH(bool, built);
 
         const QStringList symbols = exportedSymbols(library);
-        const QStringList covered = symbols.filter(QRegularExpression(pattern));
-        if (!built) {
-            QVERIFY2(covered.isEmpty(), qPrintable(covered.join('\n')));
-            return;
-        }
-        QVERIFY(!covered.isEmpty());
+        QVERIFY(!symbols.filter(QRegularExpression(pattern)).isEmpty());
         for (const QString& symbol : required)
             QVERIFY2(symbols.contains(symbol), qPrintable(symbol));
     }

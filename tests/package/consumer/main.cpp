@@ -1,22 +1,34 @@
 // A module of the suite using the plug-in's exported classes and functions
 // and the helper layer through the installed headers, linked to the
 // installed libraries. It prints what it sees, one "subject: observation" a
-// line; the test that builds it knows what to expect.
+// line; the test that builds it knows what to expect. The web dialog and
+// the web plug-in registry only where the package has them: one built
+// without a web engine has neither, nor their headers.
 
 // Include guards a module may well use for headers of its own: those of
 // the installed headers must differ, or the declarations below would vanish.
 #define AUTHPLUGINENTRY_H
 #define COMMPATHS_H
+#define IKXWEBPLUGINFACTORYITEM_H
 #define KNETWORKSTATEMONITOR_H
 #define KXAUTHGLOBAL_H
+#define KXNIMBOCUSTOMFRAMEDLG_H
+#define KXWEBDLG_H
+#define KXWEBPLUGINFACTORYITEMREGISTER_H
+#define KXWEBRESOURCES_H
 #define QCOMMFILETYPES_H
 #define QCOMMIDENTITY_H
 #define QCOMMSTORES_H
 
-#include "webdialog.h"
-
 #include <authpluginentry.h>
 #include <knetworkstatemonitor.h>
+#if __has_include(<kxwebdlg.h>)
+#define CONSUMER_WEB_DIALOG
+#include <ikxwebpluginfactoryitem.h>
+#include <kxwebdlg.h>
+#include <kxwebpluginfactoryitemregister.h>
+#include <kxwebresources.h>
+#endif
 
 #include <commpaths.h>
 #include <qcommfiletypes.h>
@@ -27,8 +39,11 @@
 #include <vexlite/ikauthorizationhandler.h>
 
 #include <QDir>
+#include <QShowEvent>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <QTimer>
 
 namespace {
 
@@ -36,6 +51,64 @@ QString yesNo(bool value)
 {
     return value ? QStringLiteral("yes") : QStringLiteral("no");
 }
+
+#ifdef CONSUMER_WEB_DIALOG
+const char kMimeType[] = "application/x-zento-consumer";
+
+// A kind of native object the module's pages embed, registered the way the
+// suite's modules do: a static register beside the item.
+class ConsumerItem : public IKxWebPluginFactoryItem
+{
+public:
+    QObject* create(const QString&, const QUrl&, const QStringList&, const QStringList&) override
+    {
+        return nullptr;
+    }
+    QWebPluginFactory::Plugin plugin() override
+    {
+        QWebPluginFactory::MimeType type;
+        type.name = QLatin1String(kMimeType);
+        QWebPluginFactory::Plugin plugin;
+        plugin.name = QStringLiteral("consumer");
+        plugin.mimeTypes << type;
+        return plugin;
+    }
+};
+const KxWebPluginFactoryItemRegister registered(new ConsumerItem);
+
+// Derived across the library's boundary: the page's bridge reaches the
+// override, and the dialog closes itself once it is on screen.
+class ConsumerDialog : public KxWebDlg
+{
+public:
+    using KxWebDlg::KxWebDlg;
+
+    QString version() override { return QStringLiteral("consumer"); }
+
+    QSize shownSize;
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        KxWebDlg::showEvent(event);
+        shownSize = size();
+        QTimer::singleShot(0, this, [this] { accept(); });
+    }
+};
+
+// The page asks the bridge and shows the answers as its title, which the
+// dialog takes over.
+QUrl writePage(const QTemporaryDir& dir)
+{
+    QFile page(dir.filePath(QStringLiteral("page.html")));
+    if (!page.open(QIODevice::WriteOnly))
+        return QUrl();
+    page.write(QByteArray("<script>document.title = [zentoctx.isMimeTypeAvailable('") + kMimeType +
+               "'), zentoctx.isMimeTypeAvailable('application/x-other'), zentoctx.version()]"
+               ".join(' ');</script>");
+    return QUrl::fromLocalFile(page.fileName());
+}
+#endif
 
 void useHelpers(QTextStream& out)
 {
@@ -87,6 +160,21 @@ int main(int argc, char** argv)
 
     useHelpers(out);
 
-    useWebDialog(out);
+#ifdef CONSUMER_WEB_DIALOG
+    const QString offline = kxGetWebResMuiFile(QStringLiteral("offline.html"));
+    out << "offline page: " << offline << '\n';
+
+    const QTemporaryDir dir;
+    ConsumerDialog dialog(writePage(dir), nullptr, QUrl(offline));
+    dialog.resize(480, 320);
+    out << "dialog classes: " << dialog.metaObject()->className() << " < "
+        << dialog.metaObject()->superClass()->className() << '\n';
+    QWidget* widget = &dialog;
+    out << "cast to the base: " << yesNo(dynamic_cast<KxNimboCustomFrameDlg*>(widget)) << '\n';
+    const int result = dialog.exec();
+    out << "dialog: " << (result == QDialog::Accepted ? "accepted" : "rejected") << ", shown "
+        << dialog.shownSize.width() << 'x' << dialog.shownSize.height() << '\n';
+    out << "page saw: " << dialog.windowTitle() << '\n';
+#endif
     return 0;
 }

@@ -1,3 +1,0 @@
-#include "webdialog.h"
-
-void useWebDialog(QTextStream& /*out*/) {}
