@@ -2,9 +2,19 @@
 # missing, configures and builds first, so any of them works on a fresh
 # Debian 12 machine.
 
+# QT=5 (the default) or QT=6: the Qt to build with, each in build
+# directories of its own (build-qt6, build-check-qt6 for Qt 6).
+QT ?= 5
+ifeq ($(QT),5)
 BUILD_DIR ?= build
-BUILD_TYPE ?= RelWithDebInfo
 CHECK_DIR ?= build-check
+else ifeq ($(QT),6)
+BUILD_DIR ?= build-qt6
+CHECK_DIR ?= build-check-qt6
+else
+$(error QT is 5 or 6, not "$(QT)")
+endif
+BUILD_TYPE ?= RelWithDebInfo
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
 
@@ -16,7 +26,7 @@ deps:
 	@scripts/install-deps.sh
 
 configure: deps
-	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) -DAUTH_QT_MAJOR=$(QT)
 
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
@@ -52,7 +62,7 @@ check: check-build check-format
 
 check-build: deps
 	CC=clang CXX=clang++ cmake -S . -B $(CHECK_DIR) -DCMAKE_BUILD_TYPE=Debug \
-	    -DAUTH_SANITIZE=address,undefined
+	    -DAUTH_SANITIZE=address,undefined -DAUTH_QT_MAJOR=$(QT)
 	cmake --build $(CHECK_DIR) -j $(JOBS)
 	cd $(CHECK_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 

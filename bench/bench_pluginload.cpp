@@ -1,5 +1,5 @@
-// What loading the plug-in costs a host that already has Qt, QtWebKit and
-// its own frameworks in the process: QLibrary::load, resolving the entry
+// What loading the plug-in costs a host that already has Qt, its web engine
+// and its own frameworks in the process: QLibrary::load, resolving the entry
 // point, its first call (which makes the handler) and the first getInfo
 // through krt::auth, as the host does at start-up. The baseline does the
 // same with a library that links the same libraries and has nothing of its
@@ -49,9 +49,11 @@ void setUpHost()
 void loadAndAsk(benchmark::State& state, const char* file)
 {
     setUpHost();
-    // The host's libraries are in the process before the plug-in comes.
-    if (!inProcess("libQt5WebKitWidgets.so.5") || !inProcess("libjsoncpp.so.25")) {
-        state.SkipWithError("the host does not have QtWebKit and jsoncpp loaded");
+    // The host's libraries are in the process before the plug-in comes (the
+    // web engine's, unless the build has none).
+    const char* const engine = AUTH_WEB_ENGINE_FILE;
+    if ((*engine && !inProcess(engine)) || !inProcess("libjsoncpp.so.25")) {
+        state.SkipWithError("the host does not have its web engine and jsoncpp loaded");
         return;
     }
     const QString path = QString::fromLocal8Bit(file);

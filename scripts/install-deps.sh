@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build, the tests and the benchmarks need.
+# Installs the Debian packages the build, the tests and the benchmarks need,
+# for both builds: Qt 5.15 with QtWebKit and Qt 6.
 # Idempotent: packages that are already installed are left alone, and the
 # package index is refreshed only when something has to be installed.
 set -euo pipefail
@@ -9,6 +10,9 @@ packages=(
     qtbase5-dev qtbase5-dev-tools
     libqt5webkit5-dev
     qttools5-dev qttools5-dev-tools
+    qt6-base-dev qt6-base-dev-tools libgl-dev
+    qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+    qt6-webengine-dev qt6-webchannel-dev
     libjsoncpp-dev
     libbenchmark-dev
     clang libclang-rt-14-dev clang-format clang-tidy

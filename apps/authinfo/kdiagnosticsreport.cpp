@@ -1,5 +1,7 @@
 #include "kdiagnosticsreport.h"
 
+#include "kwebengineversion.h"
+
 #include "commpaths.h"
 #include "qcommidentity.h"
 #include "qcommpaths.h"
@@ -10,7 +12,6 @@
 #include <QPair>
 #include <QTextStream>
 #include <QVector>
-#include <QtWebKit/qwebkitglobal.h>
 
 bool KDiagnosticsReport::print(QTextStream& out)
 {
@@ -29,8 +30,11 @@ bool KDiagnosticsReport::print(QTextStream& out)
 
     // The user agent the suite's web views send: the host's interface
     // language and the engine's own version.
+    const QString engineVersion = KWebEngineVersion::userAgentVersion();
     const QString webKitUserAgent =
-        QComm::getWebKitUserAgent(false, krt::hostcontrol::language(), qWebKitVersion());
+        engineVersion.isEmpty()
+            ? tr("(no web engine in this build)")
+            : QComm::getWebKitUserAgent(false, krt::hostcontrol::language(), engineVersion);
 
     const QVector<QPair<QString, QString>> lines{
         {tr("Suite version"), QComm::zentoVersion()},

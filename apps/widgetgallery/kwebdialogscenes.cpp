@@ -45,7 +45,7 @@ QUrl launcherPageUrl()
 class ShownHook : public QObject
 {
 public:
-    ShownHook(KxWebDlg* dialog, std::function<void()> whenShown)
+    ShownHook(QDialog* dialog, std::function<void()> whenShown)
         : m_dialog(dialog)
         , m_whenShown(std::move(whenShown))
     {
@@ -65,12 +65,12 @@ public:
     }
 
 private:
-    KxWebDlg* m_dialog;
+    QDialog* m_dialog;
     std::function<void()> m_whenShown;
     bool m_done = false;
 };
 
-bool shoot(KxWebDlg* dialog, const QString& path, QTextStream& err)
+bool shoot(QDialog* dialog, const QString& path, QTextStream& err)
 {
     bool saved = false;
     ShownHook hook(dialog, [&] {
@@ -89,13 +89,18 @@ bool shoot(KxWebDlg* dialog, const QString& path, QTextStream& err)
 
 namespace KWebDialogScenes {
 
-KxWebDlg* createServiceDialog(QWidget* parent)
+bool available()
+{
+    return true;
+}
+
+QDialog* createServiceDialog(QWidget* parent)
 {
     return new KxWebDlg(launcherPageUrl(), parent,
                         QUrl(kxGetWebResMuiFile(QStringLiteral("offline.html"))));
 }
 
-KxWebDlg* createOfflineDialog(QWidget* parent)
+QDialog* createOfflineDialog(QWidget* parent)
 {
     return new KxWebDlg(unreachableUrl(), parent,
                         QUrl(kxGetWebResMuiFile(QStringLiteral("offline.html"))));
@@ -108,10 +113,10 @@ bool writeScreenshots(const QString& dir, QTextStream& err)
     for (const char* code : {"en_US", "zh_CN"}) {
         krt::hostcontrol::setLanguage(QLatin1String(code));
         const QString suffix = code[0] == 'e' ? QStringLiteral("en") : QStringLiteral("zh_CN");
-        const std::unique_ptr<KxWebDlg> service(createServiceDialog(nullptr));
+        const std::unique_ptr<QDialog> service(createServiceDialog(nullptr));
         ok &= shoot(service.get(),
                     QDir(dir).filePath(QStringLiteral("webdlg-service-%1.png").arg(suffix)), err);
-        const std::unique_ptr<KxWebDlg> offline(createOfflineDialog(nullptr));
+        const std::unique_ptr<QDialog> offline(createOfflineDialog(nullptr));
         ok &= shoot(offline.get(),
                     QDir(dir).filePath(QStringLiteral("webdlg-offline-%1.png").arg(suffix)), err);
     }

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-class KxWebDlg;
+class QDialog;
 class QTextStream;
 class QWidget;
 
@@ -12,9 +12,13 @@ class QWidget;
 // page after the service could not be reached.
 namespace KWebDialogScenes {
 
-// Owned by the caller.
-KxWebDlg* createServiceDialog(QWidget* parent);
-KxWebDlg* createOfflineDialog(QWidget* parent);
+// False in a build without a web engine, which has no web dialog: the
+// dialogs are null and there are no pictures.
+bool available();
+
+// Web dialogs (KxWebDlg), owned by the caller.
+QDialog* createServiceDialog(QWidget* parent);
+QDialog* createOfflineDialog(QWidget* parent);
 
 // Writes webdlg-service-<lang>.png and webdlg-offline-<lang>.png into dir at
 // 100 %, for English ("en") and Chinese ("zh_CN"). False when a picture

@@ -7,8 +7,8 @@
 #include <kxcustomline.h>
 #include <kxnimbocustomframedlg.h>
 #include <kxnimbopixmapbutton.h>
-#include <kxwebdlg.h>
 
+#include <QDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -108,6 +108,7 @@ KWidgetGallery::KWidgetGallery(QWidget* parent)
     connect(open, &QPushButton::clicked, this, &KWidgetGallery::openFrameDialog);
     KxCustomButton* openWeb = button(tr("Open the web dialog"));
     connect(openWeb, &QPushButton::clicked, this, &KWidgetGallery::openWebDialog);
+    openWeb->setVisible(KWebDialogScenes::available());
 
     QFormLayout* form = new QFormLayout;
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -162,7 +163,7 @@ void KWidgetGallery::openFrameDialog()
 
 void KWidgetGallery::openWebDialog()
 {
-    KxWebDlg* dialog = KWebDialogScenes::createServiceDialog(this);
+    QDialog* dialog = KWebDialogScenes::createServiceDialog(this);
     dialog->exec();
     delete dialog;
 }

@@ -1,9 +1,10 @@
 #include "kdocumentrequest.h"
 
+#include <vexlite/kqtcompat.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
-#include <QTextCodec>
 #include <QUrl>
 
 namespace {
@@ -14,10 +15,9 @@ const char* const kSchemes[] = {"vexnimbo", "vexzento", "vextabix", "vexslidex",
 // they are not UTF-8.
 QString utf8Text(const QByteArray& bytes)
 {
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars > 0 ? QString() : text;
+    bool valid = false;
+    const QString text = KQtCompat::decodeUtf8(bytes, &valid);
+    return valid ? text : QString();
 }
 
 // Something a tab can show: not blank, and no control characters (NUL,

@@ -174,32 +174,31 @@ bool KScreenshotWalk::accountSteps(KZentoOfficeWindow* window)
 
 bool KScreenshotWalk::webSteps(KZentoOfficeWindow* window)
 {
-    if (!m_host->webModule()) {
-        m_err << "zentooffice: no web module: " << m_host->webModuleError() << '\n';
-        return false;
-    }
     if (!setState(kPersonal) || !waitFor([&] { return showsUser(window, "Demo User"); }))
         return false;
+    // Without the web module (a build without a web engine has none) there
+    // are no web dialogs to take; the start has said why.
     const bool ok =
-        step("webdlg-online",
-             [&] {
-                 m_host->setServicePages(KZentoOfficeHost::LocalPages);
-                 return captureWebDialog(window, "webdlg-online",
-                                         &KZentoOfficeWindow::showWelcomePage);
-             }) &&
-        step("webdlg-offline",
-             [&] {
-                 m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
-                 return captureWebDialog(window, "webdlg-offline",
-                                         &KZentoOfficeWindow::showWelcomePage);
-             }) &&
-        step("bridge-page", [&] {
-            // Once the page has made its calls.
-            return captureWebDialog(
-                window, "bridge-page", &KZentoOfficeWindow::showBridgePage, [](QDialog* dialog) {
-                    return dialog->windowTitle().endsWith(QLatin1String(" calls"));
-                });
-        });
+        !m_host->webModule() ||
+        (step("webdlg-online",
+              [&] {
+                  m_host->setServicePages(KZentoOfficeHost::LocalPages);
+                  return captureWebDialog(window, "webdlg-online",
+                                          &KZentoOfficeWindow::showWelcomePage);
+              }) &&
+         step("webdlg-offline",
+              [&] {
+                  m_host->setServicePages(KZentoOfficeHost::UnreachablePages);
+                  return captureWebDialog(window, "webdlg-offline",
+                                          &KZentoOfficeWindow::showWelcomePage);
+              }) &&
+         step("bridge-page", [&] {
+             // Once the page has made its calls.
+             return captureWebDialog(
+                 window, "bridge-page", &KZentoOfficeWindow::showBridgePage, [](QDialog* dialog) {
+                     return dialog->windowTitle().endsWith(QLatin1String(" calls"));
+                 });
+         }));
     window->statusBar()->clearMessage();
     if (!ok)
         return false;

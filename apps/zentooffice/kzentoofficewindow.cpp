@@ -8,6 +8,7 @@
 
 #include <vex/kcommand.h>
 #include <vex/klistcommand.h>
+#include <vexlite/kqtcompat.h>
 #include <vexlite/krtauth.h>
 
 #include <QAction>
@@ -24,7 +25,6 @@
 #include <QPlainTextEdit>
 #include <QStatusBar>
 #include <QTabWidget>
-#include <QTextCodec>
 #include <QVBoxLayout>
 
 #include <cerrno>
@@ -118,10 +118,9 @@ QString readText(const QString& path, QString* problem)
                        .arg(kMaxTextSize >> 20);
         return QString();
     }
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(content.constData(), content.size(), &state);
-    if (state.invalidChars > 0 || content.contains('\0')) {
+    bool valid = false;
+    const QString text = KQtCompat::decodeUtf8(content, &valid);
+    if (!valid || content.contains('\0')) {
         *problem = KZentoOfficeWindow::tr("%1 is not a text file this window can show.").arg(path);
         return QString();
     }

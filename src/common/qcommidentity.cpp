@@ -5,6 +5,7 @@
 
 #include <vexlite/kdcinfocdetail.h>
 #include <vexlite/khksoftwaresettings.h>
+#include <vexlite/kqtcompat.h>
 #include <vexlite/krtinfo.h>
 #include <vexlite/kuwpcommonsettings.h>
 #include <vexlite/kxuseragentutil.h>
@@ -106,7 +107,7 @@ QVariant getNimboCfgsValue(const QString& key, const QVariant& defaultValue)
     qCDebug(lcAuthCommon, "func getNimboCfgsValue mac not impl!");
     QSettings setup(QCoreApplication::applicationDirPath() + QStringLiteral("/cfgs/setup.cfg"),
                     QSettings::IniFormat);
-    setup.setIniCodec("UTF-8");
+    KQtCompat::setIniUtf8(setup);
     return setup.value(key, defaultValue);
 }
 

@@ -1,5 +1,7 @@
 #include "qcommmanualroaming.h"
 
+#include <vexlite/kqtcompat.h>
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QDir>
@@ -20,7 +22,7 @@ std::unique_ptr<QSettings> openList(const QString& dir)
     auto list = std::make_unique<QSettings>(
         QStringLiteral("%1%2%3").arg(dir, QDir::separator(), QComm::MANUAL_ROAMING_CONFIG_FILE),
         QSettings::IniFormat);
-    list->setIniCodec("UTF-8");
+    KQtCompat::setIniUtf8(*list);
     list->beginGroup(kFileGroup);
     return list;
 }

@@ -3,6 +3,7 @@
 #include "authinfokeys.h"
 #include "pluginlogging.h"
 
+#include <vexlite/kqtcompat.h>
 #include <vexlite/krtconfigs.h>
 
 namespace {
@@ -34,10 +35,10 @@ QVariant KAuthorizationHandler::getInfo(const QString& key)
     else if (group == QLatin1String(GROUP_SERVER))
         result = serverInfo(key, group, name);
 
-    if (result.isNull())
+    if (KQtCompat::isNull(result))
         result = defaultInfo(key, group, name);
 
-    if (result.isNull()) {
+    if (KQtCompat::isNull(result)) {
         if (m_unknownKeys < kMaxUnknownKeys) {
             // The cached null keeps the warning to once per key.
             qWarning("The info %s was not found, the key must be handled!",
@@ -86,7 +87,7 @@ QVariant KAuthorizationHandler::defaultInfo(const QString& key, const QString& g
                                             const QString& /*name*/)
 {
     const QVariant configured = krt::configs::getValue(key, kDefaultInfoSources);
-    if (!configured.isNull()) {
+    if (!KQtCompat::isNull(configured)) {
         qCDebug(lcAuthPlugin, "info %s answered by the host configuration", qUtf8Printable(key));
         m_infoCache.insert(key, configured);
         return configured;

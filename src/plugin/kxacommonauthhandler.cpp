@@ -3,6 +3,7 @@
 #include "kxjumpurl.h"
 #include "kxopenurl.h"
 
+#include <vexlite/kqtcompat.h>
 #include <vexlite/krtconfigs.h>
 #include <vexlite/krti18n.h>
 #include <vexlite/krtproduct.h>
@@ -30,7 +31,7 @@ QString jumpText(const char* page)
 QVariant configuredFirst(const QString& key, const char* page)
 {
     const QVariant configured = krt::configs::getValue(key, kProductSources);
-    if (!configured.isNull())
+    if (!KQtCompat::isNull(configured))
         return configured.toString();
     return jumpText(page);
 }
@@ -39,7 +40,7 @@ QVariant configuredFirst(const QString& key, const char* page)
 QVariant configuredOrTranslated(const QString& key, const char* sourceText, const char* id)
 {
     const QVariant configured = krt::configs::getValue(key, kProductSources);
-    if (!configured.isNull() && !configured.toString().isEmpty())
+    if (!KQtCompat::isNull(configured) && !configured.toString().isEmpty())
         return configured;
     return krt::kCachedTr(kTrContext, sourceText, id, -1);
 }

@@ -209,7 +209,7 @@ void KUserCenterMenuButton::mousePressEvent(QMouseEvent* event)
         account->entry(kAccountEntryCode, QString(), QString());
 }
 
-void KUserCenterMenuButton::enterEvent(QEvent* event)
+void KUserCenterMenuButton::enterEvent(KQtCompat::EnterEvent* event)
 {
     if (isLogoutDuetoOffLine()) {
         if (m_tip)

@@ -54,7 +54,7 @@ QStringList KxWebBridgeOrigins::configuredOrigins()
 {
     const QVariant value = krt::configs::getValue(configKey(), kNoUserLayer);
     QStringList entries;
-    if (value.type() == QVariant::List || value.type() == QVariant::StringList)
+    if (value.userType() == QMetaType::QVariantList || value.userType() == QMetaType::QStringList)
         entries = value.toStringList();
     else
         entries = value.toString().split(QRegularExpression(QStringLiteral("[;,\\s]+")));

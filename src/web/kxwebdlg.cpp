@@ -17,6 +17,7 @@
 #include <vex/kzentostyle.h>
 #include <vexlite/kdcinfoc.h>
 #include <vexlite/khksoftwaresettings.h>
+#include <vexlite/kqtcompat.h>
 #include <vexlite/krtauth.h>
 #include <vexlite/krti18n.h>
 #include <vexlite/krtinfo.h>
@@ -216,7 +217,7 @@ bool KxWebDlg::Private::callbackAnswersOne(const QString& script)
     if (!KxWebBridgeOrigins::admits(engine->url(), url, fallbackUrl))
         return false;
     const QVariant answer = engine->evaluate(script);
-    return !answer.isNull() && answer.toInt() == 1;
+    return !KQtCompat::isNull(answer) && answer.toInt() == 1;
 }
 
 KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)

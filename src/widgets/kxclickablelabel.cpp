@@ -33,7 +33,7 @@ void KxClickableLabel::keyPressEvent(QKeyEvent* event)
     QLabel::keyPressEvent(event);
 }
 
-void KxClickableLabel::enterEvent(QEvent* event)
+void KxClickableLabel::enterEvent(KQtCompat::EnterEvent* event)
 {
     setCursor(Qt::PointingHandCursor);
     QLabel::enterEvent(event);

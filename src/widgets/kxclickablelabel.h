@@ -1,6 +1,8 @@
 #ifndef KXCLICKABLELABEL_H
 #define KXCLICKABLELABEL_H
 
+#include <vexlite/kqtcompat.h>
+
 #include <QLabel>
 
 // A label that acts as a link: clicked() on every release of the left mouse
@@ -24,7 +26,7 @@ signals:
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void enterEvent(QEvent* event) override;
+    void enterEvent(KQtCompat::EnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
 };
 

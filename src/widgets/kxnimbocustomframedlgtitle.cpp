@@ -56,7 +56,7 @@ QRect KxNimboCustomFrameDlgTitle::closeSquare() const
 // the close square closes the dialog as well.
 void KxNimboCustomFrameDlgTitle::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (closeSquare().contains(event->localPos().toPoint()) && parentWidget())
+    if (closeSquare().contains(event->pos()) && parentWidget())
         parentWidget()->close();
 }
 

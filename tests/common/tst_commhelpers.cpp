@@ -19,6 +19,7 @@
 
 #include <json/json.h>
 #include <vexlite/hostcontrol.h>
+#include <vexlite/kqtcompat.h>
 
 #include <QtTest>
 
@@ -52,7 +53,7 @@ struct RoamingList : QSettings
     explicit RoamingList(const QString& dir)
         : QSettings(dir + "/manualroaming.ini", IniFormat)
     {
-        setIniCodec("UTF-8");
+        KQtCompat::setIniUtf8(*this);
         beginGroup("file");
     }
 };

@@ -87,9 +87,9 @@ private slots:
             getZentoOpenAllSupportTypeList(), getTabixOpenAllSupportTypeList(),
             getSlidexOpenAllSupportTypeList(), getPdfOpenAllSupportType()};
         // Duplicates are kept: xls and odc twice in the spreadsheet's list.
-        QCOMPARE(QList<int>({lists[0].size(), lists[1].size(), lists[2].size(),
-                             lists[1].count("xls") + lists[1].count("odc")}),
-                 QList<int>({15, 38, 14, 4}));
+        QCOMPARE(QList<qsizetype>({lists[0].size(), lists[1].size(), lists[2].size(),
+                                   lists[1].count("xls") + lists[1].count("odc")}),
+                 QList<qsizetype>({15, 38, 14, 4}));
         QCOMPARE(lists[3], QStringList({"pdf", "epub", "mobi"}));
         QStringList zento{"stale"}, slidex, tabix, pdf{"stale", "more"};
         getZentoSupportList(zento, slidex, tabix, pdf); // slidex second, tabix third

@@ -20,7 +20,8 @@ namespace {
 
 // What other modules may use of the plug-in and of the helper layer, row
 // by row: the library, the symbols a row covers (a pattern on the
-// demangled names) and those among them that must be there. Whole classes
+// demangled names), those among them that must be there, and whether the
+// row is the web module's. Whole classes
 // come with their meta-object, vtable and type information, so that a
 // module can connect to them, derive from them and cast to them.
 struct Export
@@ -29,6 +30,7 @@ struct Export
     const char* tag;
     QString pattern;
     QStringList required;
+    bool web = false;
 };
 QList<Export> exportedSurface()
 {
@@ -42,7 +44,7 @@ QList<Export> exportedSurface()
     };
     const char* plugin = "libauthplugin.so";
     const char* common = "libauthcommon.so";
-    return {
+    QList<Export> surface{
         {plugin, "entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
         {plugin, "network monitor", wholeClass("KNetworkStateMonitor"),
          classInfo("KNetworkStateMonitor") << "KNetworkStateMonitor::instance()"
@@ -58,7 +60,8 @@ QList<Export> exportedSurface()
                                << "KxWebDlg::~KxWebDlg()"
                                << "KxWebDlg::exec()"
                                << "KxWebDlg::resize(int, int)"
-                               << "non-virtual thunk to KxWebDlg::~KxWebDlg()"},
+                               << "non-virtual thunk to KxWebDlg::~KxWebDlg()",
+         true},
         {plugin,
          "web plug-in registry",
          "^getWebPluginFactoryItems\\(\\)$|^KxWebPluginFactoryItemRegister::|" +
@@ -66,12 +69,14 @@ QList<Export> exportedSurface()
          {"getWebPluginFactoryItems()",
           "KxWebPluginFactoryItemRegister::KxWebPluginFactoryItemRegister("
           "IKxWebPluginFactoryItem*)",
-          "KxWebPluginFactoryItemRegister::~KxWebPluginFactoryItemRegister()"}},
+          "KxWebPluginFactoryItemRegister::~KxWebPluginFactoryItemRegister()"},
+         true},
         {plugin,
          "local pages",
          "^kx(GetResMuiFile|ResPathToWebUrl|GetWebResMuiFile)\\(",
          {"kxGetWebResMuiFile(QString const&)", "kxResPathToWebUrl(QString const&)",
-          "kxGetResMuiFile(QString const&, QString const&)"}},
+          "kxGetResMuiFile(QString const&, QString const&)"},
+         true},
         {plugin,
          "service pages signed in",
          "^kx(OpenAutoLoginUrl|NimboOpenStoreUrl)\\(",
@@ -89,6 +94,11 @@ QList<Export> exportedSurface()
          "^KIngoreLongTimeDetectHelper::",
          {"KIngoreLongTimeDetectHelper::KIngoreLongTimeDetectHelper(bool)"}},
     };
+    // A build without a web engine has no web module: a symbol of its rows
+    // would be one too many.
+    const auto web = [](const Export& row) { return row.web && !AUTH_WEB_DIALOG; };
+    surface.erase(std::remove_if(surface.begin(), surface.end(), web), surface.end());
+    return surface;
 }
 
 // The names a version script lets out: classes, namespaces and functions,

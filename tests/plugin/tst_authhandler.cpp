@@ -7,6 +7,7 @@
 #include "kxacommonauthhandler.h"
 
 #include <vexlite/hostcontrol.h>
+#include <vexlite/kqtcompat.h>
 #include <vexlite/krtauth.h>
 
 #include <QtTest>
@@ -27,7 +28,8 @@ QStringList notFound(const QString& key)
 // empty text for a null.
 QString describe(const QVariant& value)
 {
-    return value.isNull() ? QStringLiteral("null") : value.typeName() + (':' + value.toString());
+    return KQtCompat::isNull(value) ? QStringLiteral("null")
+                                    : value.typeName() + (':' + value.toString());
 }
 
 // Answers with the group and the name a product key was routed with.
@@ -157,7 +159,7 @@ private slots:
             host.contains("echo") ? static_cast<KAuthorizationHandler&>(echo) : plugin;
         QCOMPARE(describe(handler.getInfo(key)), describe(expected));
         QCOMPARE(catcher.warnings(),
-                 expected.isNull() && !key.isEmpty() ? notFound(key) : QStringList());
+                 KQtCompat::isNull(expected) && !key.isEmpty() ? notFound(key) : QStringList());
     }
 
     // Seeded values, what the configuration answered and what nothing could

@@ -59,7 +59,11 @@ class TestVexStyle : public QObject
                               const QString& profile, const QString& fontDpi = "100")
     {
         QProcessEnvironment env;
+        // A screen at that logical DPI which Qt leaves to the host to scale
+        // for: Qt 5 always does; Qt 6 scales itself unless told not to, and
+        // then shows the host a screen at 96 DPI.
         env.insert("QT_FONT_DPI", fontDpi);
+        env.insert("QT_ENABLE_HIGHDPI_SCALING", "0");
         env.insert(profileEnvironmentVariable(), profile);
         return app.run(QCoreApplication::applicationName(), QStringList{kProbeOption} + args, env);
     }

@@ -288,7 +288,9 @@ private slots:
                               << "below";
         QTest::newRow("right edge") << QPoint(250, 100) << "Ada"
                                     << "below, moved left";
-        QTest::newRow("bottom edge") << QPoint(0, 580) << "Ada"
+        // 20 pixels above the screen's bottom (600 high on Qt 5, 800 on Qt 6).
+        const int low = QGuiApplication::primaryScreen()->availableGeometry().bottom() - 19;
+        QTest::newRow("bottom edge") << QPoint(0, low) << "Ada"
                                      << "above";
         QTest::newRow("long name") << QPoint(0, 100) << longName << "below, wrapped";
         QTest::newRow("name wider than the screen")

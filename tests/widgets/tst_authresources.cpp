@@ -10,6 +10,7 @@
 #include <kxnimbopixmapbutton.h>
 
 #include <vex/kresourcescheme.h>
+#include <vexlite/kqtcompat.h>
 
 #include <QPainter>
 #include <QtTest>
@@ -154,7 +155,7 @@ private slots:
 int main(int argc, char** argv)
 {
     qputenv("QT_SCALE_FACTOR", "2");
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    KQtCompat::useHighDpiPixmaps();
     QApplication app(argc, argv);
     TestAuthResources test;
     return QTest::qExec(&test, argc, argv);

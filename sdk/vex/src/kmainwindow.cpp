@@ -97,7 +97,7 @@ int KMainWindow::addCommands(KListCommand* list, const QVariantList& entries)
     int created = 0;
     for (const QVariant& entry : entries) {
         const QVariantMap description = entry.toMap();
-        const QString className = entry.type() == QVariant::String
+        const QString className = entry.userType() == QMetaType::QString
                                       ? entry.toString()
                                       : description.value(QStringLiteral("class")).toString();
         KCommand* command = KCommandFactory::createCommand(className, this, this);

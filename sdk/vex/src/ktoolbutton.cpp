@@ -90,7 +90,7 @@ void KToolButton::setPopupOpen(bool open)
     update();
 }
 
-void KToolButton::enterEvent(QEvent* event)
+void KToolButton::enterEvent(KQtCompat::EnterEvent* event)
 {
     m_hovered = true;
     update();

@@ -2,6 +2,7 @@
 
 #include "khostprofile.h"
 #include "vexlite/khksoftwaresettings.h"
+#include "vexlite/kqtcompat.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -114,7 +115,7 @@ void setUwpCommonValue(const QString& key, const QVariant& value)
     const QString name = KHostProfile::uwpInfoKey(key);
     if (name.isEmpty())
         return;
-    if (value.isNull())
+    if (KQtCompat::isNull(value))
         KHostProfile::instance().removeInfo(name);
     else
         KHostProfile::instance().setInfoString(name, value.toString());

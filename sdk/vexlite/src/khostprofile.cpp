@@ -1,6 +1,7 @@
 #include "khostprofile.h"
 
 #include "vexlite/hostcontrol.h"
+#include "vexlite/kqtcompat.h"
 #include "vexlitelogging.h"
 
 #include <QCoreApplication>
@@ -52,13 +53,13 @@ QVariant fromJson(const QJsonValue& value)
 {
     constexpr double kPastLargest = 9223372036854775808.0;
     QVariant number = value.toVariant();
-    if (number.type() == QVariant::Double) {
+    if (number.userType() == QMetaType::Double) {
         const double d = number.toDouble();
         if (d >= -kPastLargest && d < kPastLargest &&
             static_cast<double>(static_cast<qint64>(d)) == d)
             number = static_cast<qint64>(d);
     }
-    if (number.type() == QVariant::LongLong) {
+    if (number.userType() == QMetaType::LongLong) {
         const qint64 whole = number.toLongLong();
         if (whole >= INT_MIN && whole <= INT_MAX)
             number = static_cast<int>(whole);
@@ -331,7 +332,7 @@ void KHostProfile::setConfigValue(unsigned layer, const QString& key, const QVar
     for (int bit = 0; bit < kLayerCount; ++bit) {
         if (layer != (1u << bit))
             continue;
-        if (value.isNull())
+        if (KQtCompat::isNull(value))
             m_configs[bit].remove(key);
         else
             m_configs[bit].insert(key, value);

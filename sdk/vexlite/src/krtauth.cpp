@@ -2,6 +2,7 @@
 
 #include "khostprofile.h"
 #include "vexlite/ikauthorizationhandler.h"
+#include "vexlite/kqtcompat.h"
 
 namespace {
 
@@ -45,7 +46,8 @@ QVariant getInfo(const QString& key)
 QString getStringInfo(const QString& key, const QString& defaultValue)
 {
     const QVariant value = getInfo(key);
-    return value.isNull() || !value.canConvert<QString>() ? defaultValue : value.toString();
+    return KQtCompat::isNull(value) || !value.canConvert<QString>() ? defaultValue
+                                                                    : value.toString();
 }
 
 int getIntInfo(const QString& key, int defaultValue)
@@ -58,7 +60,7 @@ int getIntInfo(const QString& key, int defaultValue)
 bool getBoolInfo(const QString& key, bool defaultValue)
 {
     const QVariant value = getInfo(key);
-    return value.isNull() || !value.canConvert<bool>() ? defaultValue : value.toBool();
+    return KQtCompat::isNull(value) || !value.canConvert<bool>() ? defaultValue : value.toBool();
 }
 
 bool prehook(const QString& name, void* data, void* /*extra*/)

@@ -1,6 +1,7 @@
 #include "vexlite/kuwpcommonsettings.h"
 
 #include "khostprofile.h"
+#include "vexlite/kqtcompat.h"
 
 namespace krt {
 
@@ -8,7 +9,7 @@ QVariant KUWPCommonSettings::value(const QString& key, const QVariant& defaultVa
 {
     const QString name = KHostProfile::uwpInfoKey(key);
     const QVariant stored = name.isEmpty() ? QVariant() : KHostProfile::instance().infoValue(name);
-    return stored.isNull() ? defaultValue : stored;
+    return KQtCompat::isNull(stored) ? defaultValue : stored;
 }
 
 } // namespace krt

@@ -1,7 +1,9 @@
 // A module of the suite using the plug-in's exported classes and functions
 // and the helper layer through the installed headers, linked to the
 // installed libraries. It prints what it sees, one "subject: observation" a
-// line; the test that builds it knows what to expect.
+// line; the test that builds it knows what to expect. The web dialog and
+// the web plug-in registry only where the package has them: one built
+// without a web engine has neither, nor their headers.
 
 // Include guards a module may well use for headers of its own: those of
 // the installed headers must differ, or the declarations below would vanish.
@@ -19,11 +21,14 @@
 #define QCOMMSTORES_H
 
 #include <authpluginentry.h>
-#include <ikxwebpluginfactoryitem.h>
 #include <knetworkstatemonitor.h>
+#if __has_include(<kxwebdlg.h>)
+#define CONSUMER_WEB_DIALOG
+#include <ikxwebpluginfactoryitem.h>
 #include <kxwebdlg.h>
 #include <kxwebpluginfactoryitemregister.h>
 #include <kxwebresources.h>
+#endif
 
 #include <commpaths.h>
 #include <qcommfiletypes.h>
@@ -42,6 +47,12 @@
 
 namespace {
 
+QString yesNo(bool value)
+{
+    return value ? QStringLiteral("yes") : QStringLiteral("no");
+}
+
+#ifdef CONSUMER_WEB_DIALOG
 const char kMimeType[] = "application/x-zento-consumer";
 
 // A kind of native object the module's pages embed, registered the way the
@@ -85,11 +96,6 @@ protected:
     }
 };
 
-QString yesNo(bool value)
-{
-    return value ? QStringLiteral("yes") : QStringLiteral("no");
-}
-
 // The page asks the bridge and shows the answers as its title, which the
 // dialog takes over.
 QUrl writePage(const QTemporaryDir& dir)
@@ -102,6 +108,7 @@ QUrl writePage(const QTemporaryDir& dir)
                ".join(' ');</script>");
     return QUrl::fromLocalFile(page.fileName());
 }
+#endif
 
 void useHelpers(QTextStream& out)
 {
@@ -123,6 +130,8 @@ int main(int argc, char** argv)
 {
     KxApplication app(argc, argv);
     QTextStream out(stdout);
+    // The Qt the package's targets gave the module.
+    out << "qt major version: " << QT_VERSION_MAJOR << '\n';
 
     IKAuthorizationHandler* handler = GetAuthorizationHandler();
     out << "entry point: "
@@ -151,6 +160,7 @@ int main(int argc, char** argv)
 
     useHelpers(out);
 
+#ifdef CONSUMER_WEB_DIALOG
     const QString offline = kxGetWebResMuiFile(QStringLiteral("offline.html"));
     out << "offline page: " << offline << '\n';
 
@@ -165,5 +175,6 @@ int main(int argc, char** argv)
     out << "dialog: " << (result == QDialog::Accepted ? "accepted" : "rejected") << ", shown "
         << dialog.shownSize.width() << 'x' << dialog.shownSize.height() << '\n';
     out << "page saw: " << dialog.windowTitle() << '\n';
+#endif
     return 0;
 }

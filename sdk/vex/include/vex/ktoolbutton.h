@@ -4,6 +4,8 @@
 #include "kcommand.h"
 #include "vex_global.h"
 
+#include <vexlite/kqtcompat.h>
+
 #include <QPointer>
 #include <QToolButton>
 
@@ -59,13 +61,16 @@ public slots:
     virtual void syncCommand();
 
 protected:
+    // Qt's own, virtual in Qt 6, beside the host's above.
+    using QToolButton::initStyleOption;
+
     // What a click does: run the default command (its action).
     virtual void onClicked();
     // For subclasses that keep a popup: drawn as under the mouse while open.
     void setPopupOpen(bool open);
     bool isPopupOpen() const { return m_popupOpen; }
 
-    void enterEvent(QEvent* event) override;
+    void enterEvent(KQtCompat::EnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

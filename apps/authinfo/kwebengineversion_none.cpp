@@ -1,0 +1,6 @@
+#include "kwebengineversion.h"
+
+QString KWebEngineVersion::userAgentVersion()
+{
+    return QString();
+}

@@ -1,0 +1,8 @@
+#include "kwebengineversion.h"
+
+#include <QtWebKit/qwebkitglobal.h>
+
+QString KWebEngineVersion::userAgentVersion()
+{
+    return qWebKitVersion();
+}
