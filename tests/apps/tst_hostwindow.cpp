@@ -602,15 +602,16 @@ private slots:
                         });
                     },
                     5000);
-                seen = effect.type() == QVariant::Size    ? QVariant(dialog->contentsRect().size())
-                       : effect.type() == QVariant::Point ? QVariant(dialog->pos())
-                                                          : QVariant();
+                seen = effect.userType() == QMetaType::QSize
+                           ? QVariant(dialog->contentsRect().size())
+                       : effect.userType() == QMetaType::QPoint ? QVariant(dialog->pos())
+                                                                : QVariant();
             },
             // Once the calls made on load are done.
             [](QDialog* dialog) { return dialog->windowTitle().endsWith(" calls"); });
 
         QVERIFY2(allMade, qPrintable(made.join('\n')));
-        if (effect.type() == QVariant::Url)
+        if (effect.userType() == QMetaType::QUrl)
             QCOMPARE(m_host->caughtUrls().mid(caught),
                      QList<QUrl>{QUrl(effect.toString().replace("LOCAL", local))});
         else
