@@ -194,18 +194,22 @@ private slots:
             QVERIFY2(symbols.contains(symbol), qPrintable(symbol));
     }
 
+    // Nothing leaves a library but its rows above, and the README's exports
+    // table names what its version script lets out, no more and no less.
     void exportsNothingElse_data()
     {
         QTest::addColumn<QString>("library");
-        QTest::newRow("plug-in") << "libauthplugin.so";
-        QTest::newRow("helper layer") << "libauthcommon.so";
+        QTest::addColumn<QString>("script");
+        QTest::newRow("plug-in") << "libauthplugin" << QString("src/plugin/authplugin.map");
+        QTest::newRow("helper layer") << "libauthcommon" << QString("src/common/authcommon.map");
     }
 
     void exportsNothingElse()
     {
         QFETCH(QString, library);
+        QFETCH(QString, script);
 
-        QStringList unclaimed = exportedSymbols(library);
+        QStringList unclaimed = exportedSymbols(library + ".so");
         QVERIFY(!unclaimed.isEmpty());
         for (const Export& row : exportedSurface())
             unclaimed.erase(
@@ -215,25 +219,6 @@ private slots:
                                }),
                 unclaimed.end());
         QVERIFY2(unclaimed.isEmpty(), qPrintable(unclaimed.join('\n')));
-    }
-
-    // The README's exports table names what each library's version script
-    // lets out, no more and no less.
-    void readmeNamesTheExports_data()
-    {
-        QTest::addColumn<QString>("library");
-        QTest::addColumn<QString>("script");
-        QTest::newRow("plug-in") << "libauthplugin"
-                                 << "src/plugin/authplugin.map";
-        QTest::newRow("helper layer") << "libauthcommon"
-                                      << "src/common/authcommon.map";
-    }
-
-    void readmeNamesTheExports()
-    {
-        QFETCH(QString, library);
-        QFETCH(QString, script);
-
         const QStringList scripted = namesInVersionScript(AUTH_SOURCE_DIR "/" + script);
         QVERIFY(scripted.size() > 1);
         QCOMPARE(namesInReadme(library), scripted);
@@ -273,9 +258,6 @@ private slots:
         QTest::newRow("account alone, signed out")
             << QStringList{"--account"} << "" << QByteArray(R"({"IsLogined": false, "Name": "A"})")
             << "Account" << QStringList{"Signed in=no", "Name=", "Company account=no"};
-        QTest::newRow("shipped profile")
-            << QStringList{"--profile", m_bin + "/profile", "Product/VexName"} << "" << QByteArray()
-            << "keys:1" << QStringList{"Product/VexName=QString  Zento Office"};
         // What the personal centre opens: the shipped profile's address,
         // wrapped by the cloud simulator for the signed-in user.
         QFile shipped(m_bin + "/profile/host.json");
@@ -343,7 +325,8 @@ private slots:
     }
 
     // A data folder that is a file: every directory the client would create
-    // is marked and warned about once, and the run fails.
+    // is marked, and the run fails (the warnings, once a directory, are the
+    // helper suite's).
     void uncreatableDirectories()
     {
         const QString blocked = m_env.rootPath() + "/data-file";
@@ -353,11 +336,8 @@ private slots:
         const KTestAppDir::Result run = m_app.run(m_bin + "/authinfo", {"--diagnostics"}, env);
         QCOMPARE(run.exitCode, 1);
         QStringList marked;
-        for (const QString& line : run.out.split('\n').filter("(cannot be created)")) {
+        for (const QString& line : run.out.split('\n').filter("(cannot be created)"))
             marked << line.section(blocked, 1).section("  ", 0, 0);
-            QCOMPARE(run.err.count("cannot create the directory " + blocked + marked.last() + ':'),
-                     1);
-        }
         QCOMPARE(marked, QStringList({"/nimbo", "/Zento Cloud Files", "/Zento Cloud Files/userdata",
                                       "/office6/Deskhive", "/office6/Deskhive/log",
                                       "/office6/Deskhive/dump", "/nimbo/resource/iconcache"}));
@@ -368,11 +348,14 @@ private slots:
         QTest::addColumn<QStringList>("args"); // "@": this suite's folder
         QTest::addColumn<QString>("reason");
 
-        QTest::newRow("missing plug-in")
-            << QStringList{"--plugin", "/nonexistent/libauthplugin.so"} << "No such file";
-        QTest::newRow("no entry point") << QStringList{"--plugin", m_bin + "/libvexlite.so"}
-                                        << "does not export GetAuthorizationHandler";
-        QTest::newRow("unreadable profile") << QStringList{"--profile", "@/no-such-profile"} << "";
+        const auto row = [](const char* tag, const char* option, const QString& value,
+                            const char* reason) {
+            QTest::newRow(tag) << QStringList{option, value} << QString(reason);
+        };
+        row("missing plug-in", "--plugin", "/nonexistent/libauthplugin.so", "No such file");
+        row("no entry point", "--plugin", m_bin + "/libvexlite.so",
+            "does not export GetAuthorizationHandler");
+        row("unreadable profile", "--profile", "@/no-such-profile", "");
     }
 
     void unusable()
