@@ -2,8 +2,9 @@
 // to. In this process: the simulator beside the executable, its account
 // driven by a state file. In copies of this program run with --probe from
 // folders without the cloud library or with the stand-in of
-// fakedeskhive.cpp: what the commands and helpers do without a client, or
-// with one that wraps addresses while nobody is signed in.
+// fakedeskhive.cpp: what the commands (the user centre and its button too)
+// and helpers do without a client, or with one that wraps addresses while
+// nobody is signed in.
 
 #include "ksimulatorstate.h"
 #include "ktestappdir.h"
@@ -11,13 +12,18 @@
 #include "kurlcatcher.h"
 
 #include "kenterprisecentertriggercommand.h"
+#include "kusercentermenubutton.h"
+#include "kusercentermenucommand.h"
 #include "kxopenpersonalcentercommand.h"
 #include "kxopenurl.h"
 
 #include <vex/kmainwindow.h>
+#include <vex/kresourcescheme.h>
 #include <vexlite/hostcontrol.h>
 
 #include <QtTest>
+
+#include <memory>
 
 using namespace AuthTest;
 
@@ -27,6 +33,7 @@ namespace {
 
 const QString kPersonal = "https://account.example/center";
 const QString kEnterprise = "https://business.example/admin?x=1";
+const QString kDefaultAvatar = "res:/resource/zentodeskhive/defaultthumbnail.png";
 QStringList g_logged;
 
 void configure(bool simplified, bool intranet)
@@ -37,17 +44,24 @@ void configure(bool simplified, bool intranet)
     setFeatureSupported("IntranetVersion", intranet);
 }
 
-// Run in a copy of this program: whether the personal centre would show
-// for a signed-in company account, then what kxOpenAutoLoginUrl(url) and
-// kxNimboOpenStoreUrl of kinds 1, 2 and 3 open ("-" for nothing).
+// Run in a copy of this program: whether the personal centre and the user
+// centre would show, whether the account button shows the default avatar,
+// then what kxOpenAutoLoginUrl(url) and kxNimboOpenStoreUrl of kinds 1, 2
+// and 3 open ("-" for nothing).
 int probe(const QString& url)
 {
     KTestEnvironment env;
+    KResourceScheme::install();
     configure(true, false);
     KUrlCatcher catcher;
     KxOpenPersonalCenterCommand command(nullptr, nullptr);
+    KUserCenterMenuCommand centre(nullptr, nullptr);
     command.update();
-    QStringList out{QString::number(command.isVisible())};
+    centre.update();
+    const std::unique_ptr<QWidget> button(centre.createPocketWidget(nullptr));
+    const QImage avatar = static_cast<KUserCenterMenuButton*>(button.get())->thumbnail();
+    QStringList out{QString::number(command.isVisible()), QString::number(centre.isVisible()),
+                    QString::number(avatar == QImage(kDefaultAvatar))};
     const auto take = [&] {
         const QStringList urls = catcher.take();
         out << (urls.isEmpty() ? "-" : urls.join(','));
@@ -203,12 +217,13 @@ private slots:
 
         const QString p = kPersonal, e = kEnterprise;
         QTest::newRow("no client object") << "-" << QByteArray() << ""
-                                          << "0 U " + p + ' ' + e + " -";
-        // The store helper asks the client without the signed-in test.
+                                          << "0 0 1 U " + p + ' ' + e + " -";
+        // The store helper asks the client without the signed-in test; the
+        // button shows the company's mark.
         QTest::newRow("client wraps while signed out")
             << "fake" << QByteArray(R"({"IsLogined": false, "IsCompanyAccount": true})")
             << "https://w.example/"
-            << "0 U https://w.example/ https://w.example/ -";
+            << "0 0 0 U https://w.example/ https://w.example/ -";
     }
 
     void withoutSimulator()

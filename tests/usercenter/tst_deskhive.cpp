@@ -120,7 +120,6 @@ private slots:
         row("signed in", fake, in, wrap, "10100 1 https://wrapped.example/?t=1");
         row("signed in, empty wrapped address", fake, in, "", "10100 1 URL");
         row("no IsLogined", fake, R"({"Name": "F"})", wrap, "10100 0 URL");
-        row("empty object", fake, "{}", wrap, "10100 0 URL");
         row("IsLogined as text", fake, R"({"IsLogined": "true"})", wrap, "10100 0 URL");
     }
 
