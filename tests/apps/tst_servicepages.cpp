@@ -33,20 +33,20 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("marker"); // in the body; empty: no body
 
-        QTest::newRow("launcher page, with the dialog's query")
-            << QByteArray("GET") << "/go/launcher_page?distsrc=x&lang=zh-CN&version=1&hId=2" << 200
-            << QByteArray("typeof zentoctx");
-        QTest::newRow("personal centre")
-            << QByteArray("GET") << "/center" << 200 << QByteArray("<h1>Personal Center</h1>");
-        QTest::newRow("enterprise centre")
-            << QByteArray("GET") << "/admin" << 200 << QByteArray("<h1>Enterprise Center</h1>");
-        QTest::newRow("bridge page") << QByteArray("GET") << "/bridge" << 200
-                                     << QByteArray("zentoctx.setOnEscPressCallback(");
-        QTest::newRow("help page") << QByteArray("GET") << "/go/help_page" << 200
-                                   << QByteArray("<title>Zento Office Help</title>");
-        QTest::newRow("head") << QByteArray("HEAD") << "/center" << 200 << QByteArray();
-        QTest::newRow("unknown page") << QByteArray("GET") << "/go/nothing" << 404 << QByteArray();
-        QTest::newRow("post") << QByteArray("POST") << "/center" << 405 << QByteArray();
+        const auto row = [](const char* tag, const char* method, const char* target, int status,
+                            const char* marker = "") {
+            QTest::newRow(tag) << QByteArray(method) << QString(target) << status
+                               << QByteArray(marker);
+        };
+        row("launcher page, with the dialog's query", "GET",
+            "/go/launcher_page?distsrc=x&lang=zh-CN&version=1&hId=2", 200, "typeof zentoctx");
+        row("personal centre", "GET", "/center", 200, "<h1>Personal Center</h1>");
+        row("enterprise centre", "GET", "/admin", 200, "<h1>Enterprise Center</h1>");
+        row("bridge page", "GET", "/bridge", 200, "zentoctx.setOnEscPressCallback(");
+        row("help page", "GET", "/go/help_page", 200, "<title>Zento Office Help</title>");
+        row("head", "HEAD", "/center", 200);
+        row("unknown page", "GET", "/go/nothing", 404);
+        row("post", "POST", "/center", 405);
     }
 
     void serves()
