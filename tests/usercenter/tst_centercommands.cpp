@@ -1,29 +1,20 @@
 // The personal and enterprise centre commands and the addresses they lead
-// to. In this process: the simulator beside the executable, its account
-// driven by a state file. In copies of this program run with --probe from
-// folders without the cloud library or with the stand-in of
-// fakedeskhive.cpp: what the commands (the user centre and its button too)
-// and helpers do without a client, or with one that wraps addresses while
-// nobody is signed in.
+// to, on the simulator beside the executable, its account driven by a state
+// file. Without a client, or with one that wraps addresses while nobody is
+// signed in: the cloud library suite's probe.
 
 #include "ksimulatorstate.h"
-#include "ktestappdir.h"
 #include "ktestenvironment.h"
 #include "kurlcatcher.h"
 
 #include "kenterprisecentertriggercommand.h"
-#include "kusercentermenubutton.h"
-#include "kusercentermenucommand.h"
 #include "kxopenpersonalcentercommand.h"
 #include "kxopenurl.h"
 
 #include <vex/kmainwindow.h>
-#include <vex/kresourcescheme.h>
 #include <vexlite/hostcontrol.h>
 
 #include <QtTest>
-
-#include <memory>
 
 using namespace AuthTest;
 
@@ -33,7 +24,6 @@ namespace {
 
 const QString kPersonal = "https://account.example/center";
 const QString kEnterprise = "https://business.example/admin?x=1";
-const QString kDefaultAvatar = "res:/resource/zentodeskhive/defaultthumbnail.png";
 QStringList g_logged;
 
 void configure(bool simplified, bool intranet)
@@ -42,38 +32,6 @@ void configure(bool simplified, bool intranet)
     setProductString("EnterpriseCenterUrl", kEnterprise);
     setFeatureSupported("SimplifiedUserCenter", simplified);
     setFeatureSupported("IntranetVersion", intranet);
-}
-
-// Run in a copy of this program: whether the personal centre and the user
-// centre would show, whether the account button shows the default avatar,
-// then what kxOpenAutoLoginUrl(url) and kxNimboOpenStoreUrl of kinds 1, 2
-// and 3 open ("-" for nothing).
-int probe(const QString& url)
-{
-    KTestEnvironment env;
-    KResourceScheme::install();
-    configure(true, false);
-    KUrlCatcher catcher;
-    KxOpenPersonalCenterCommand command(nullptr, nullptr);
-    KUserCenterMenuCommand centre(nullptr, nullptr);
-    command.update();
-    centre.update();
-    const std::unique_ptr<QWidget> button(centre.createPocketWidget(nullptr));
-    const QImage avatar = static_cast<KUserCenterMenuButton*>(button.get())->thumbnail();
-    QStringList out{QString::number(command.isVisible()), QString::number(centre.isVisible()),
-                    QString::number(avatar == QImage(kDefaultAvatar))};
-    const auto take = [&] {
-        const QStringList urls = catcher.take();
-        out << (urls.isEmpty() ? "-" : urls.join(','));
-    };
-    kxOpenAutoLoginUrl(url);
-    take();
-    for (int kind : {1, 2, 3}) {
-        kxNimboOpenStoreUrl(STORE_URL_TYPE(kind));
-        take();
-    }
-    QTextStream(stdout) << out.join(' ') << '\n';
-    return 0;
 }
 
 } // namespace
@@ -205,58 +163,7 @@ private slots:
             QCOMPARE(g_logged, told ? QStringList("opening " + plain) : QStringList());
         }
     }
-
-    // library: "-" no addons/deskhive, else the stand-in's user information
-    // and its wrapped address for every address.
-    void withoutSimulator_data()
-    {
-        QTest::addColumn<QString>("library");
-        QTest::addColumn<QByteArray>("userInfo");
-        QTest::addColumn<QString>("wrap");
-        QTest::addColumn<QString>("expected"); // the probe's line, "U": its address
-
-        const QString p = kPersonal, e = kEnterprise;
-        QTest::newRow("no client object") << "-" << QByteArray() << ""
-                                          << "0 0 1 U " + p + ' ' + e + " -";
-        // The store helper asks the client without the signed-in test; the
-        // button shows the company's mark.
-        QTest::newRow("client wraps while signed out")
-            << "fake" << QByteArray(R"({"IsLogined": false, "IsCompanyAccount": true})")
-            << "https://w.example/"
-            << "0 0 0 U https://w.example/ https://w.example/ -";
-    }
-
-    void withoutSimulator()
-    {
-        QFETCH(QString, library);
-        QFETCH(QByteArray, userInfo);
-        QFETCH(QString, wrap);
-        QFETCH(QString, expected);
-
-        const KTestAppDir app(m_env.rootPath());
-        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
-        QVERIFY(app.installExecutable(self));
-        if (library == "fake") {
-            QFile fake(FAKE_DESKHIVE);
-            QVERIFY(fake.open(QIODevice::ReadOnly) &&
-                    app.writeFile("addons/deskhive/libdeskhive.so", fake.readAll()));
-        }
-        QProcessEnvironment env;
-        env.insert("FAKE_NIMBO_USERINFO", userInfo);
-        env.insert("FAKE_NIMBO_AUTOLOGIN", wrap);
-        const QString url = "https://jump.example/p?x=1";
-        const KTestAppDir::Result run = app.run(self, {"--probe", url}, env);
-        QCOMPARE(run.out.trimmed(), expected.replace("U", url));
-    }
 };
 
-int main(int argc, char* argv[])
-{
-    QApplication app(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--probe") == 0)
-        return probe(QString::fromUtf8(argv[2]));
-    TestCenterCommands test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestCenterCommands)
 #include "tst_centercommands.moc"
