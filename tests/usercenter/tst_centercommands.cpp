@@ -8,13 +8,17 @@
 #include "kurlcatcher.h"
 
 #include "kenterprisecentertriggercommand.h"
+#include "kusercentermenucommand.h"
 #include "kxopenpersonalcentercommand.h"
 #include "kxopenurl.h"
 
 #include <vex/kmainwindow.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QAccessible>
 #include <QtTest>
+
+#include <memory>
 
 using namespace AuthTest;
 
@@ -52,6 +56,8 @@ private slots:
         m_urls.take();
     }
 
+    // The personal centre, and the user centre with its button's name ("":
+    // hidden), the detail and icon that go with it.
     void visibility_data()
     {
         QTest::addColumn<QByteArray>("state");
@@ -60,28 +66,30 @@ private slots:
         QTest::addColumn<QString>("window");
         QTest::addColumn<bool>("suspended");
         QTest::addColumn<bool>("visible");
+        QTest::addColumn<QString>("button");
 
         const QByteArray personal = R"({"IsLogined": true, "Name": "P"})";
         const QByteArray company = R"({"IsLogined": true, "IsCompanyAccount": true})";
         const QByteArray out = R"({"IsLogined": false, "IsCompanyAccount": true})";
         const auto row = [](const char* tag, const QByteArray& state, bool simplified,
-                            bool intranet, const char* window, bool visible,
+                            bool intranet, const char* window, bool visible, const char* button,
                             bool suspended = false) {
             QTest::newRow(tag) << state << simplified << intranet << QString(window) << suspended
-                               << visible;
+                               << visible << QString(button);
         };
-        row("personal, simplified centre", personal, true, false, "none", true);
-        row("personal, no simplified centre", personal, false, false, "none", false);
-        row("company, no simplified centre", company, false, false, "none", true);
-        row("company, intranet", company, true, true, "none", false);
-        row("signed out", out, true, false, "none", false);
+        const char* unnamed = "User centre";
+        row("personal, simplified centre", personal, true, false, "none", true, "P");
+        row("personal, no simplified centre", personal, false, false, "none", false, "");
+        row("company, no simplified centre", company, false, false, "none", true, unnamed);
+        row("company, intranet", company, true, true, "none", false, unnamed);
+        row("signed out", out, true, false, "none", false, "");
         // The window that holds the command, not the one activated last.
-        row("in an embedding window", company, true, false, "embedding", false);
+        row("in an embedding window", company, true, false, "embedding", false, "");
         row("in an embedding window, another newer", company, true, false, "embedding, newer",
-            false);
-        row("another, newer window embedding", company, true, false, "plain, newer embedding",
-            true);
-        row("updates suspended", company, true, false, "none", false, true);
+            false, "");
+        row("another, newer window embedding", company, true, false, "plain, newer embedding", true,
+            unnamed);
+        row("updates suspended", company, true, false, "none", false, unnamed, true);
     }
 
     void visibility()
@@ -92,6 +100,7 @@ private slots:
         QFETCH(QString, window);
         QFETCH(bool, suspended);
         QFETCH(bool, visible);
+        QFETCH(QString, button);
 
         QVERIFY(m_state.set(state));
         configure(simplified, intranet);
@@ -109,6 +118,18 @@ private slots:
         enterprise.update();
         QCOMPARE(command.isVisible(), visible);
         QVERIFY(!enterprise.isVisible()); // the host's default, untouched
+
+        KUserCenterMenuCommand centre(main.data(), nullptr);
+        QVERIFY(!centre.icon().isNull());
+        centre.setVisible(button.isEmpty());
+        centre.update();
+        QCOMPARE(centre.isVisible(), !button.isEmpty());
+        if (button.isEmpty())
+            return;
+        QCOMPARE(centre.detail(), QString("You have signed in Zento Office."));
+        const std::unique_ptr<QWidget> pocket(centre.createPocketWidget(nullptr));
+        QCOMPARE(QAccessible::queryAccessibleInterface(pocket.get())->text(QAccessible::Name),
+                 button);
     }
 
     // kind 0 asks kxOpenAutoLoginUrl(url), others kxNimboOpenStoreUrl(kind).

@@ -1,7 +1,8 @@
 // The title area's user-centre command and button on the cloud simulator,
 // driven offscreen through real events (enter, moves, leave, presses, keys
 // and the host's popup tracking event 32770) and painted into images.
-// Without a client object: the centre suite's probe.
+// Without a client object: the cloud library suite's probe; which accounts
+// see the button, and its name: the centre suite's.
 
 #include "kpopupdriver.h"
 #include "ksimulatorstate.h"
@@ -447,46 +448,6 @@ private slots:
         if (offline)
             QVERIFY(m_button->tip()->hideTimer()->isActive() &&
                     m_button->tip()->text().startsWith("abnormal network status"));
-    }
-
-    void visibility_data()
-    {
-        QTest::addColumn<QByteArray>("state");
-        QTest::addColumn<bool>("simplified");
-        QTest::addColumn<QString>("accessible"); // the button's name; "": hidden
-
-        QTest::newRow("personal, simplified centre") << kPersonal << true << "Ada";
-        // The rest of the centres' rule (company accounts, embedding
-        // windows) is the centre suite's.
-        QTest::newRow("personal, no simplified centre") << kPersonal << false << "";
-        QTest::newRow("no name") << QByteArray(R"({"IsLogined": true})") << true << "User centre";
-        QTest::newRow("signed out")
-            << QByteArray(R"({"IsLogined": false, "IsCompanyAccount": true})") << true << "";
-    }
-
-    // Shown exactly to a signed-in user of a product with a centre for the
-    // account, outside embedding windows; named by the user's name.
-    void visibility()
-    {
-        QFETCH(QByteArray, state);
-        QFETCH(bool, simplified);
-        QFETCH(QString, accessible);
-        const bool visible = !accessible.isEmpty();
-
-        QVERIFY(m_state.set(state));
-        setFeatureSupported("SimplifiedUserCenter", simplified);
-        KMainWindow window;
-        KUserCenterMenuCommand command(&window, &window);
-        QVERIFY(!command.icon().isNull());
-        command.setVisible(!visible);
-        command.update();
-        QCOMPARE(command.isVisible(), visible);
-        if (!visible)
-            return;
-        QCOMPARE(command.detail(), QString("You have signed in Zento Office."));
-        std::unique_ptr<QWidget> button(command.createPocketWidget(nullptr));
-        QCOMPARE(QAccessible::queryAccessibleInterface(button.get())->text(QAccessible::Name),
-                 accessible);
     }
 
     // Account changes reach the button queued, and through it the command;
