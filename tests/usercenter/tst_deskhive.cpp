@@ -241,6 +241,8 @@ private slots:
             {"not a signal name"});
         row("request again, same content", launch, launch, adaUser, "", {}, Save::Replace,
             Save::InPlace);
+        row("request again, other content", launch, launch + ' ', adaUser,
+            "failedToLaunchCloudsvrProcess");
         // However an editor saves, the next save is seen.
         row("in place, then remove", signedIn("First"), signedIn("Second"), "in|Second|id-Second||",
             "UserInfoChange", {}, Save::InPlace, Save::RemoveFirst);
