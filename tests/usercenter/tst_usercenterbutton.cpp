@@ -133,15 +133,19 @@ private slots:
         QTest::addColumn<QByteArray>("state");
         QTest::addColumn<QString>("expected"); // an image, "" for none
         QTest::addColumn<QSize>("size");       // as decoded
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<qreal>("ratio"); // painted at
 
         const auto row = [](const char* tag, const QByteArray& state, const QString& expected,
-                            QSize size = QSize(32, 32)) {
-            QTest::newRow(tag) << state << expected << size;
+                            QSize size = QSize(32, 32), qreal scale = 1, qreal ratio = 1) {
+            QTest::newRow(tag) << state << expected << size << scale << ratio;
         };
         const auto picture = [](const char* file) {
             return QByteArray(R"({"IsLogined": true, "UserAvatarImagePath": ")") + file + "\"}";
         };
         row("personal, picture", kPersonal, "PICTURE", QSize(24, 24));
+        row("personal, picture, 150 %, device pixel ratio 2", kPersonal, "PICTURE", QSize(24, 24),
+            1.5, 2);
         row("personal, no picture", R"({"IsLogined": true})", kDefault);
         row("company, picture", R"({"IsLogined": true, "IsCompanyAccount": true,
                                     "UserAvatarImagePath": "p.png"})",
@@ -157,15 +161,25 @@ private slots:
         row("a folder", picture("."), kDefault);
     }
 
-    // The avatar chosen and decoded, and drawn only when there is one.
+    // The avatar chosen and decoded, and drawn only when there is one: the
+    // whole picture in a square of int(16 x scale) at left + 1, vertically
+    // centred; the name beside the picture's room; the button sized by the
+    // style's metric.
     void thumbnail()
     {
         QFETCH(QByteArray, state);
         QFETCH(QString, expected);
         QFETCH(QSize, size);
+        QFETCH(qreal, scale);
+        QFETCH(qreal, ratio);
 
+        setDisplayScale(scale);
         QVERIFY(m_state.set(state));
         KUserCenterMenuButton button(nullptr);
+        button.setText("Ada");
+        const int text = button.fontMetrics().horizontalAdvance("Ada");
+        QCOMPARE(button.sizeHint(),
+                 QSize(qRound(25 * scale) + qRound(6 * scale) + text, qRound(28 * scale)));
         button.resize(button.sizeHint());
         button.updateThumbnail();
         const QImage& thumbnail = button.thumbnail();
@@ -174,40 +188,15 @@ private slots:
             QVERIFY(near(thumbnail.pixelColor(size.width() / 2, size.height() / 2), kPicture));
         else
             QCOMPARE(thumbnail, QImage(expected));
-        QCOMPARE(paint(&button).pixelColor(9, 14) == Qt::white, thumbnail.isNull());
-    }
-
-    void avatarPainting_data()
-    {
-        QTest::addColumn<qreal>("scale");
-        QTest::addColumn<qreal>("ratio");
-
-        QTest::newRow("100 %") << 1.0 << 1.0;
-        QTest::newRow("150 %, device pixel ratio 2") << 1.5 << 2.0;
-    }
-
-    // The whole picture in a square of int(16 x scale) at left + 1,
-    // vertically centred; the name beside the picture's room; the button
-    // sized by the style's metric.
-    void avatarPainting()
-    {
-        QFETCH(qreal, scale);
-        QFETCH(qreal, ratio);
-
-        setDisplayScale(scale);
-        KUserCenterMenuButton button(nullptr);
-        button.setText("Ada");
-        const int text = button.fontMetrics().horizontalAdvance("Ada");
-        QCOMPARE(button.sizeHint(),
-                 QSize(qRound(25 * scale) + qRound(6 * scale) + text, qRound(28 * scale)));
-        button.resize(button.sizeHint());
-        button.updateThumbnail();
         const QImage image = paint(&button, ratio);
         const int side = int(16 * scale);
         const QRectF square(1, (button.height() - side) / 2, side, side);
         const auto at = [&](qreal x, qreal y) {
             return image.pixelColor(int(x * ratio), int(y * ratio));
         };
+        QCOMPARE(at(square.center().x(), square.center().y()) == Qt::white, thumbnail.isNull());
+        if (expected != "PICTURE")
+            return;
         for (const QPointF& inside :
              {square.center(), square.topLeft(), square.bottomRight() - QPointF(0.5, 0.5)})
             QVERIFY(near(at(inside.x(), inside.y()), kPicture));
@@ -355,51 +344,18 @@ private slots:
         QVERIFY(m_button->text() == "Ada" && m_button->thumbnail() == avatar);
     }
 
-    void clicks_data()
+    void activation_data()
     {
-        QTest::addColumn<int>("button");
-        QTest::addColumn<bool>("offline");
-
-        QTest::newRow("left") << int(Qt::LeftButton) << false;
-        QTest::newRow("right") << int(Qt::RightButton) << false;
-        QTest::newRow("left, offline") << int(Qt::LeftButton) << true;
-    }
-
-    // A left press goes to the account service (entry 4, two empty texts);
-    // other buttons to the base, which leaves them to the parent. No tool
-    // tip, though the command has a detail for one.
-    void clicks()
-    {
-        QFETCH(int, button);
-        QFETCH(bool, offline);
-
-        makeWindow();
-        clearAccountEntryCalls();
-        setLogoutDuetoOffLine(offline);
-        const auto which = Qt::MouseButton(button);
-        QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5),
-                          m_button->mapToGlobal(QPoint(5, 5)), which, which, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_button, &press);
-        const bool left = which == Qt::LeftButton;
-        QCOMPARE(press.isAccepted(), left);
-        const QList<AccountEntryCall> calls = accountEntryCalls();
-        QCOMPARE(calls.size(), int(left));
-        if (left)
-            QVERIFY(calls[0].code == 4 && calls[0].first.isEmpty() && calls[0].second.isEmpty());
-        QVERIFY(!m_button->isDown() && !m_button->popupWidget());
-        QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), m_button->mapToGlobal(QPoint(5, 5)));
-        QVERIFY(QCoreApplication::sendEvent(m_button, &help) && !QToolTip::isVisible());
-    }
-
-    void keyboard_data()
-    {
-        QTest::addColumn<int>("key"); // 0: the assistive tools' action of the row
+        QTest::addColumn<int>("key"); // 0: the assistive tools' action or the press of the row
         QTest::addColumn<QString>("action");
         QTest::addColumn<bool>("offline");
         QTest::addColumn<int>("shown");
+        QTest::addColumn<bool>("entry"); // the account service's entry 4 called
 
         const auto row = [](const char* tag, int key, const QString& action, bool offline,
-                            int shown) { QTest::newRow(tag) << key << action << offline << shown; };
+                            int shown, bool entry = false) {
+            QTest::newRow(tag) << key << action << offline << shown << entry;
+        };
         row("space", Qt::Key_Space, "", false, 1);
         row("return", Qt::Key_Return, "", false, 1);
         row("enter", Qt::Key_Enter, "", false, 1);
@@ -410,16 +366,23 @@ private slots:
         // or by assistive tool alike.
         row("space, offline", Qt::Key_Space, "", true, 0);
         row("accessible press, offline", 0, QAccessibleActionInterface::pressAction(), true, 0);
+        // A left press goes to the account service (two empty texts), even
+        // offline; other buttons to the base, which leaves them to the parent.
+        row("left press", 0, "left press", false, 0, true);
+        row("right press", 0, "right press", false, 0);
+        row("left press, offline", 0, "left press", true, 0, true);
     }
 
     // Tab reaches the button; Space, Enter and the assistive tools' actions
-    // open the menu, whose entries the arrows and Enter reach.
-    void keyboard()
+    // open the menu, whose entries the arrows and Enter reach. No tool tip,
+    // though the command has a detail for one.
+    void activation()
     {
         QFETCH(int, key);
         QFETCH(QString, action);
         QFETCH(bool, offline);
         QFETCH(int, shown);
+        QFETCH(bool, entry);
 
         makeWindow();
         auto* edit = new QWidget(m_window.get());
@@ -428,13 +391,24 @@ private slots:
         edit->setFocus();
         QTest::keyClick(edit, Qt::Key_Tab);
         QVERIFY(m_button->hasFocus());
+        clearAccountEntryCalls();
         setLogoutDuetoOffLine(offline);
         QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(m_button);
         QCOMPARE(accessible->role(), QAccessible::ButtonMenu);
-        QVERIFY(accessible->actionInterface()->actionNames().contains(action) || key);
+        const bool mouse = action.endsWith(" press");
+        QVERIFY(accessible->actionInterface()->actionNames().contains(action) || key || mouse);
         const auto press = [&] {
-            key ? QTest::keyClick(m_button, Qt::Key(key))
-                : accessible->actionInterface()->doAction(action);
+            const Qt::MouseButton which = action == "left press" ? Qt::LeftButton : Qt::RightButton;
+            QMouseEvent event(QEvent::MouseButtonPress, QPointF(5, 5),
+                              m_button->mapToGlobal(QPoint(5, 5)), which, which, Qt::NoModifier);
+            if (mouse) {
+                QCoreApplication::sendEvent(m_button, &event);
+                QCOMPARE(event.isAccepted(), which == Qt::LeftButton);
+            } else if (key) {
+                QTest::keyClick(m_button, Qt::Key(key));
+            } else {
+                accessible->actionInterface()->doAction(action);
+            }
             QCoreApplication::processEvents();
         };
         QCOMPARE(withPopup(m_button, press,
@@ -444,8 +418,15 @@ private slots:
                            }),
                  shown);
         QCOMPARE(executedCommands(), shown ? QStringList("OpenEnterpriseCenter") : QStringList());
-        QCOMPARE(m_button->tip()->isVisible(), offline);
-        if (offline)
+        const QList<AccountEntryCall> calls = accountEntryCalls();
+        QCOMPARE(calls.size(), int(entry));
+        if (entry)
+            QVERIFY(calls[0].code == 4 && calls[0].first.isEmpty() && calls[0].second.isEmpty());
+        QVERIFY(!m_button->isDown() && !m_button->popupWidget());
+        QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), m_button->mapToGlobal(QPoint(5, 5)));
+        QVERIFY(QCoreApplication::sendEvent(m_button, &help) && !QToolTip::isVisible());
+        QCOMPARE(m_button->tip()->isVisible(), offline && !mouse);
+        if (offline && !mouse)
             QVERIFY(m_button->tip()->hideTimer()->isActive() &&
                     m_button->tip()->text().startsWith("abnormal network status"));
     }
