@@ -33,7 +33,9 @@ for name in "${targets[@]}"; do
           -artifact_prefix="$run/artifacts/")
     [ -f "$here/$name.dict" ] && args+=(-dict="$here/$name.dict")
     lsan=${LSAN_OPTIONS:-}
-    [ -f "$here/$name.lsan.supp" ] && lsan="suppressions=$here/$name.lsan.supp${lsan:+:$lsan}"
+    if [ -f "$here/$name.lsan.supp" ]; then
+        lsan="suppressions=$here/$name.lsan.supp:print_suppressions=0${lsan:+:$lsan}"
+    fi
     echo "== fuzz_$name for ${seconds}s (log: $run/log)"
     if LSAN_OPTIONS=$lsan "$bin" "${args[@]}" "$run/corpus" >"$run/log" 2>&1; then
         grep -E '^stat::number_of_executed_units' "$run/log" | sed 's/^stat::/   /'
