@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
 
 #include <cstddef>
 #include <cstdint>
@@ -77,7 +78,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray saved = readFile(g_saved + QStringLiteral("/host.json"));
     require(loadProfile(g_saved, &error), "the host reads back the profile it saved");
     require(saveProfile(g_saved, &error), "the host saves what it read back");
-    require(readFile(g_saved + QStringLiteral("/host.json")) == saved,
+    // The same JSON, not the same bytes: Qt orders keys that hold a zero
+    // character differently when it reads them and when it builds them.
+    require(QJsonDocument::fromJson(readFile(g_saved + QStringLiteral("/host.json"))) ==
+                QJsonDocument::fromJson(saved),
             "a saved profile reads back to the same profile");
     return 0;
 }
