@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs every fuzz target of a build for a bounded time, each on a fresh copy
 # of its seed corpus (the repository's corpus is never written), with its
-# dictionary and LeakSanitizer suppressions (<name>.dict, <name>.lsan.supp)
-# when it has them. A crash, a leak, a timeout or a broken promise
+# dictionary (<name>.dict) when it has one, and the suppressions of Qt's own
+# leaks (qt.lsan.supp). A crash, a leak, a timeout or a broken promise
 # fails the run; the input that caused it is kept and named.
 #
 #   fuzz/run.sh <build dir> [seconds per target] [target names...]
@@ -32,10 +32,7 @@ for name in "${targets[@]}"; do
     args=(-max_total_time="$seconds" -timeout=25 -print_final_stats=1
           -artifact_prefix="$run/artifacts/")
     [ -f "$here/$name.dict" ] && args+=(-dict="$here/$name.dict")
-    lsan=${LSAN_OPTIONS:-}
-    if [ -f "$here/$name.lsan.supp" ]; then
-        lsan="suppressions=$here/$name.lsan.supp:print_suppressions=0${lsan:+:$lsan}"
-    fi
+    lsan="suppressions=$here/qt.lsan.supp:print_suppressions=0${LSAN_OPTIONS:+:$LSAN_OPTIONS}"
     echo "== fuzz_$name for ${seconds}s (log: $run/log)"
     if LSAN_OPTIONS=$lsan "$bin" "${args[@]}" "$run/corpus" >"$run/log" 2>&1; then
         grep -E '^stat::number_of_executed_units' "$run/log" | sed 's/^stat::/   /'
