@@ -295,7 +295,6 @@ private slots:
         QTest::addColumn<bool>("expected");
         QTest::newRow("below the new root") << "%R/Zento Cloud Files/userdata/u1/a.docx" << true;
         QTest::newRow("other letter case") << "%R/zento cloud files/USERDATA/a" << true;
-        QTest::newRow("new root itself") << "%R/Zento Cloud Files/userdata" << false;
         QTest::newRow("sibling of the new root") << "%R/Zento Cloud Files/userdata2/a" << false;
         QTest::newRow("contained, not at the start") << "/x%R/Zento Cloud Files/userdata/a" << true;
         QTest::newRow("below the old root") << "%R/office6/Deskhive/log/x.log" << true;
