@@ -39,8 +39,9 @@ int digitIn(char c, int base)
 // there, so a damaged one can take gigabytes or end the program. The list
 // only ever holds times and Base64 keys, so such a file is not a list this
 // code wrote; it is left alone, read as empty and never rewritten. The text
-// is looked at with the reader's escapes (\x.., \0..) undone, so no
-// spelling of the marker slips through.
+// is looked at with the reader's escapes (\x.., \0..) undone and its
+// quotes and white space dropped, so no spelling of the marker slips
+// through; what that wrongly refuses is no list either.
 bool holdsBinaryValue(const QString& path)
 {
     QFile file(path);
@@ -66,7 +67,9 @@ bool holdsBinaryValue(const QString& path)
             code = (code * base + digit) & 0xFFFF;
         plain += char(code & 0xFF);
     }
-    return plain.contains("Variant(");
+    // Quotes, line continuations and spaces do not part the marker either.
+    plain.replace('"', QByteArray());
+    return plain.simplified().replace(' ', QByteArray()).contains("Variant(");
 }
 
 // The list of dir, entered at its "file" group; written back when destroyed.

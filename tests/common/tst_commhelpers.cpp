@@ -491,6 +491,8 @@ private slots:
             << QByteArray("[file]\nL2E%3D=\\x40Variant(\\0)\n") << QStringList();
         QTest::newRow("octal escape, another group")
             << QByteArray("[file]\nL2E%3D=1\n[x]\ny=\"@\\0126ariant(\"\n") << QStringList();
+        QTest::newRow("quoted, continued")
+            << QByteArray("[file]\nL2E%3D=\"@Va\"ri\\\n ant(\n") << QStringList();
         QTest::newRow("rectangle")
             << QByteArray("[file]\nL2E%3D=@Rect(1 2 3 4)\n") << QStringList{"/a"};
     }
