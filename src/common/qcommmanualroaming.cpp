@@ -59,7 +59,10 @@ bool holdsBinaryValue(const QString& path)
         const bool hex = kind == 'x';
         const int base = hex ? 16 : 8;
         if (!hex && (kind < '0' || kind > '7')) {
-            plain += kind;
+            // The reader keeps these as the character; it drops any other
+            // escaped character (or gives a control character).
+            if (kind == '"' || kind == '?' || kind == '\'' || kind == '\\')
+                plain += kind;
             continue;
         }
         int code = hex ? 0 : kind - '0';
@@ -69,7 +72,7 @@ bool holdsBinaryValue(const QString& path)
     }
     // Quotes, line continuations and spaces do not part the marker either.
     plain.replace('"', QByteArray());
-    return plain.simplified().replace(' ', QByteArray()).contains("Variant(");
+    return plain.simplified().replace(' ', QByteArray()).contains("@Variant(");
 }
 
 // The list of dir, entered at its "file" group; written back when destroyed.
