@@ -59,12 +59,18 @@ bool holdsBinaryValue(const QString& path)
         const bool hex = kind == 'x';
         const int base = hex ? 16 : 8;
         if (!hex && (kind < '0' || kind > '7')) {
-            // The reader keeps these as the character; it drops any other
-            // escaped character (or gives a control character).
-            if (kind == '"' || kind == '?' || kind == '\'' || kind == '\\')
-                plain += kind;
+            // C's escapes give their character, as in the reader and as its
+            // writer spells them; it drops any other escaped character.
+            static const QByteArray escaped("abfnrtv\"?'\\");
+            static const QByteArray meant("\a\b\f\n\r\t\v\"?'\\");
+            const int at = escaped.indexOf(kind);
+            if (at >= 0)
+                plain += meant.at(at);
             continue;
         }
+        // "\x" without a digit gives nothing.
+        if (hex && (i + 1 == text.size() || digitIn(text.at(i + 1), 16) < 0))
+            continue;
         int code = hex ? 0 : kind - '0';
         for (int digit; i + 1 < text.size() && (digit = digitIn(text.at(i + 1), base)) >= 0; ++i)
             code = (code * base + digit) & 0xFFFF;
