@@ -243,8 +243,10 @@ int main(int argc, char* argv[])
     const KHostCommandRegistration hostCommands;
 
     KZentoOfficeHost host;
+#ifdef ZENTO_HAS_WEB_MODULE
     if (!host.loadWebModule(here.filePath(QStringLiteral("libhostweb.so"))))
         err << "zentooffice: no Welcome page: " << host.webModuleError() << '\n';
+#endif
     if (walk)
         return runScreenshotWalk(&host, options.screenshots, statePath, err);
     return runHost(&host, &instance, options, documents);

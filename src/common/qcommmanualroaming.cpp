@@ -102,7 +102,9 @@ QStringList getManualRoamingFiles(const QString& dir)
 
 void addManualRoamingFiles(const QString& dir, const QString& file)
 {
-    if (dir.isEmpty())
+    // An empty path (or one that starts with a zero) has no key: the
+    // settings class would take it for the whole group.
+    if (dir.isEmpty() || keyOf(file).isEmpty())
         return;
     const auto list = openList(dir);
     dropDamage(*list);
@@ -111,7 +113,8 @@ void addManualRoamingFiles(const QString& dir, const QString& file)
 
 void delManualRoamingFiles(const QString& dir, const QString& file)
 {
-    if (dir.isEmpty())
+    // Removing the empty key would remove every path in the list.
+    if (dir.isEmpty() || keyOf(file).isEmpty())
         return;
     const auto list = openList(dir);
     dropDamage(*list);

@@ -496,8 +496,10 @@ private slots:
         delManualRoamingFiles(dir, "/never-added");
         delManualRoamingFiles(dir, "/b");
         addManualRoamingFiles(dir, QString::fromUtf16(u"/d\0e", 4)); // up to the zero
-        for (const auto& edit : {addManualRoamingFiles, delManualRoamingFiles})
+        for (const auto& edit : {addManualRoamingFiles, delManualRoamingFiles}) {
             edit("", "/c");
+            edit(dir, QString::fromUtf16(u"\0/c", 3)); // no path: the list stays
+        }
         QCOMPARE(sorted(getManualRoamingFiles(dir)), QStringList({"/a", "/c", "/d", "/ef"}));
         QVERIFY(RoamingList(dir).value("L2E=").toUInt() > 1000u);
         QCOMPARE(RoamingList(dir).value("L2M=").toUInt(), 1000u);

@@ -93,7 +93,8 @@ private slots:
                 countNear(shot["webdlg-offline"], shot["webdlg-offline"].rect(), kLauncherBand, 6),
                 0);
         } else {
-            QVERIFY2(run.err.contains("no Welcome page"), qPrintable(run.err));
+            // A build without a web module does not call its absence a fault.
+            QVERIFY2(!run.err.contains("no Welcome page"), qPrintable(run.err));
         }
         QVERIFY(shot["developer-panel"].width() > 1000);
     }

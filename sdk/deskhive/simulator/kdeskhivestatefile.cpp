@@ -14,11 +14,39 @@
 #include <exception>
 #include <memory>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 // A state file is a handful of members; anything larger is not one.
 constexpr qint64 kMaxStateFileSize = qint64(1024) * 1024;
 constexpr int kSettleMs = 50;
+
+// The start of the file at path, one byte past what a state file can hold,
+// if it is a regular file. Opened without blocking and checked before
+// reading: a named pipe would hold the host in open() until some writer
+// came, and a device could be read forever. special says it was not one.
+QByteArray readRegularFile(const QString& path, bool* special)
+{
+    *special = false;
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return QByteArray();
+    struct stat info;
+    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+        *special = true;
+        ::close(fd);
+        return QByteArray();
+    }
+    QFile file;
+    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return QByteArray();
+    }
+    return file.read(kMaxStateFileSize + 1);
+}
 
 } // namespace
 
@@ -49,23 +77,29 @@ KDeskhiveStateFile::KDeskhiveStateFile(const QString& path, QObject* parent)
 
 void KDeskhiveStateFile::reload()
 {
-    QByteArray content;
-    QFile file(m_path);
-    if (file.open(QIODevice::ReadOnly))
-        content = file.read(kMaxStateFileSize + 1);
+    bool special = false;
+    const QByteArray content = readRegularFile(m_path, &special);
+    if (special)
+        qCWarning(lcDeskhiveSimulator, "%s is not a regular file; nobody is signed in",
+                  qUtf8Printable(m_path));
     if (content != m_content) {
-        parse(content);
+        m_content = content;
+        m_state = parse(content, m_path, &m_requests);
         emit contentChanged();
     }
     emit reloaded();
 }
 
-bool KDeskhiveStateFile::write(const KDeskhiveState& state)
+QByteArray KDeskhiveStateFile::serialize(const KDeskhiveState& state)
 {
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "    ";
-    const QByteArray content =
-        QByteArray::fromStdString(Json::writeString(builder, state.userInfo()) + '\n');
+    return QByteArray::fromStdString(Json::writeString(builder, state.userInfo()) + '\n');
+}
+
+bool KDeskhiveStateFile::write(const KDeskhiveState& state)
+{
+    const QByteArray content = serialize(state);
 
     // Replaced in one step, so a host watching the file never reads half of it.
     QSaveFile file(m_path);
@@ -96,20 +130,20 @@ void KDeskhiveStateFile::onSettled()
     reload();
 }
 
-void KDeskhiveStateFile::parse(const QByteArray& content)
+KDeskhiveState KDeskhiveStateFile::parse(const QByteArray& content, const QString& path,
+                                         QStringList* requests)
 {
-    m_content = content;
-    m_state = KDeskhiveState();
-    m_requests.clear();
+    if (requests)
+        requests->clear();
     if (content.trimmed().isEmpty())
-        return;
+        return KDeskhiveState();
 
-    const QByteArray path = m_path.toUtf8();
-    const char* name = path.constData();
+    const QByteArray pathText = path.toUtf8();
+    const char* name = pathText.constData();
     if (content.size() > kMaxStateFileSize) {
         qCWarning(lcDeskhiveSimulator, "%s is too large for a state file; nobody is signed in",
                   name);
-        return;
+        return KDeskhiveState();
     }
 
     Json::Value root;
@@ -126,28 +160,29 @@ void KDeskhiveStateFile::parse(const QByteArray& content)
     if (!parsed) {
         qCWarning(lcDeskhiveSimulator, "%s is not valid JSON; nobody is signed in: %s", name,
                   QString::fromStdString(errors).simplified().toUtf8().constData());
-        return;
+        return KDeskhiveState();
     }
     if (!root.isObject()) {
         qCWarning(lcDeskhiveSimulator, "%s does not hold a JSON object; nobody is signed in", name);
-        return;
+        return KDeskhiveState();
     }
 
-    m_state = KDeskhiveState::fromJson(root, QFileInfo(m_path).absolutePath());
-    const Json::Value& requests = root["emit"];
-    if (requests.isNull())
-        return;
-    if (!requests.isArray()) {
+    const KDeskhiveState state = KDeskhiveState::fromJson(root, QFileInfo(path).absolutePath());
+    const Json::Value& asked = root["emit"];
+    if (!requests || asked.isNull())
+        return state;
+    if (!asked.isArray()) {
         qCWarning(lcDeskhiveSimulator, "\"emit\" in %s is not a list of signal names", name);
-        return;
+        return state;
     }
-    for (const Json::Value& request : requests) {
+    for (const Json::Value& request : asked) {
         if (request.isString())
-            m_requests.append(QString::fromStdString(request.asString()));
+            requests->append(QString::fromStdString(request.asString()));
         else
             qCWarning(lcDeskhiveSimulator, "\"emit\" in %s holds a value that is not a signal name",
                       name);
     }
+    return state;
 }
 
 void KDeskhiveStateFile::watch()

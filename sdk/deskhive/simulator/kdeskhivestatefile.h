@@ -15,8 +15,9 @@
 //     "UserAvatarImagePath": "avatar.png", "IsCompanyAccount": false,
 //     "emit": ["failedToLaunchCloudsvrProcess", "cloudsvrExitWithErrors:text",
 //              "occurIpcErrorsWhenGetUserInf", "occurRpcErrorsWhenGetUserInf"] }
-// A missing, empty or malformed file means nobody is signed in. "emit" asks
-// for signals; it is acted on once each time the file's content changes.
+// A missing, empty or malformed file means nobody is signed in, and so does
+// anything that is not a regular file (a pipe, a device, a directory). "emit"
+// asks for signals; it is acted on once each time the file's content changes.
 class KDeskhiveStateFile : public QObject
 {
     Q_OBJECT
@@ -40,6 +41,14 @@ public:
     // written counts as read, so it does not come back as a change.
     bool write(const KDeskhiveState& state);
 
+    // What content says: the account, and the signal requests when requests
+    // is given. Problems are warned about, naming path; content that is not
+    // a state file means signed out.
+    static KDeskhiveState parse(const QByteArray& content, const QString& path,
+                                QStringList* requests = nullptr);
+    // What write() puts in the file for state.
+    static QByteArray serialize(const KDeskhiveState& state);
+
 signals:
     void contentChanged();
     // After every read, changed or not.
@@ -50,7 +59,6 @@ private slots:
     void onSettled();
 
 private:
-    void parse(const QByteArray& content);
     void watch();
 
     QString m_path;
