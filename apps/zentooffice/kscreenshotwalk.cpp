@@ -360,7 +360,21 @@ bool KScreenshotWalk::captureWebDialog(KZentoOfficeWindow* window, const QString
 {
     bool saved = false;
     const KWebDialogHook hook(window, [&](QDialog* dialog) {
-        saved = (!ready || waitFor([&] { return ready(dialog); })) && save(name, window, {dialog});
+        // Some engines (QtWebEngine) paint a page a while after it loaded:
+        // the picture waits for the first mark on the page's white.
+        const auto painted = [dialog] {
+            const QImage image = dialog->grab().toImage();
+            const QRect page = dialog->contentsRect().adjusted(2, 2, -2, -2);
+            for (int y = page.top(); y <= page.bottom(); y += 2) {
+                for (int x = page.left(); x <= page.right(); x += 2) {
+                    if (image.pixel(x, y) != qRgb(255, 255, 255))
+                        return true;
+                }
+            }
+            return false;
+        };
+        saved = (!ready || waitFor([&] { return ready(dialog); })) && waitFor(painted) &&
+                save(name, window, {dialog});
         dialog->accept();
     });
     (window->*open)();

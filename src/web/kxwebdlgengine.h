@@ -29,8 +29,9 @@ public:
 
     virtual void load(const QUrl& url) = 0;
     // The main frame's address: the one it shows or, while a load is under
-    // way or has failed, the one it was asked for.
-    virtual QUrl url() const = 0;
+    // way or has failed, the one it was asked for. Invokable, as evaluate():
+    // a host's tests reach the page through the meta-object.
+    Q_INVOKABLE virtual QUrl url() const = 0;
     // The address of the document the main frame shows, once its script
     // world exists (scriptWorldCleared); empty while a new load is replacing
     // the old document.
@@ -58,7 +59,7 @@ public:
     // Whether script of the main frame's document may open windows.
     virtual void setScriptWindowsAllowed(bool allowed) = 0;
     // Runs script in the main frame; its result, null when there is none.
-    virtual QVariant evaluate(const QString& script) = 0;
+    Q_INVOKABLE virtual QVariant evaluate(const QString& script) = 0;
 
 signals:
     // Every link the user clicks: the view follows none itself.

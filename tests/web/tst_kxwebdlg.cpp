@@ -44,6 +44,21 @@ bool frameLoaded(KxWebDlg& dialog)
     return js(dialog, "!document.querySelector('iframe') || window.frameLoaded === true").toBool();
 }
 
+// Escape key presses that reach a widget.
+class KKeyCounter : public QObject
+{
+public:
+    explicit KKeyCounter(QWidget& widget) { widget.installEventFilter(this); }
+    int escapes = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+            ++escapes;
+        return false;
+    }
+};
+
 } // namespace
 
 class TestKxWebDlg : public QObject
@@ -237,11 +252,16 @@ private slots:
         krt::hostcontrol::setDisplayScale(scale);
         KTestHttpServer server;
         QVERIFY(server.listen());
+        // The bridge may answer later (QtWebEngine): the size as it comes.
         server.addPage("/page", "<script>" + script.toUtf8() +
-                                    "document.title = innerWidth + 'x' + innerHeight;</script>");
+                                    "var size = function () { document.title = innerWidth + 'x' + "
+                                    "innerHeight; }; size(); addEventListener('resize', size);"
+                                    "</script>");
         KxWebDlg dialog(server.url("/page"));
-        execShown(dialog);
-        QCOMPARE(dialog.windowTitle(), QString("%1x%2").arg(content.width()).arg(content.height()));
+        execShown(dialog, [&] {
+            QTRY_COMPARE(dialog.windowTitle(),
+                         QString("%1x%2").arg(content.width()).arg(content.height()));
+        });
         QCOMPARE(dialog.size(), size);
         QCOMPARE(dialog.minimumSize(), dialog.size());
     }
@@ -304,9 +324,12 @@ private slots:
                 QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, QPoint(580, 20));
                 QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, QPoint(580, 20));
             } else {
-                // Where the keyboard is: the page, which leaves Escape alone.
+                // Where the keyboard is: the page, which leaves Escape alone
+                // (QtWebEngine hands it back to the dialog later).
+                KKeyCounter atDialog(dialog);
                 QTest::keyClick(inputWidget(dialog), Qt::Key_Escape,
                                 how.startsWith("Shift") ? Qt::ShiftModifier : Qt::NoModifier);
+                QTRY_COMPARE(atDialog.escapes, 1);
             }
             openAfterwards = dialog.isVisible();
         });
@@ -347,9 +370,8 @@ private slots:
         };
         row("window.open", "window.open('" + web + "')", "", "", {web});
         row("window.open, program's scheme", "window.open('zento://open')", "", "", {});
-        row("a thousand window.open",
-            "for (var i = 0; i < 1000; ++i) window.open('" + web + "' + i)", "", "",
-            {web + "0", web + "1", web + "2", web + "3"});
+        row("a hundred window.open", "for (var i = 0; i < 100; ++i) window.open('" + web + "' + i)",
+            "", "", {web + "0", web + "1", web + "2", web + "3"});
         row("link", "", web, "", {web});
         row("link, program's scheme", "", "zento://open", "", {});
         row("link to a new window", "", web, "_blank", {web});
@@ -409,8 +431,11 @@ private slots:
         });
         QVERIFY2(alive <= maxPopups(), qPrintable(QString::number(alive)));
         QCOMPARE(catcher.take(), opened.replaceInStrings("%1", base));
+        // QtWebEngine tells nothing of a new window's address of a scheme
+        // it does not load: it opens nothing, and there is nothing to warn of.
+        const bool untold = AUTH_WEB_QTWEBENGINE && target == "_blank";
         QCOMPARE(warnings.warnings().size(),
-                 int((script + link).contains(QRegularExpression("zento:|file:"))));
+                 int(!untold && (script + link).contains(QRegularExpression("zento:|file:"))));
         QCOMPARE(webEngine(dialog)->url(), before);
         QCOMPARE(dialog.windowTitle(), QString("Links"));
         QCOMPARE(server.requestCount("/target"), 0);
@@ -442,21 +467,26 @@ private slots:
         const KExecRecord run = execShown(dialog, [&] {
             QCOMPARE(dialog.windowTitle(), texts[0]);
             QCOMPARE(pageText(dialog, "h1"), texts[1]);
-            QCOMPARE(pageText(dialog, "#about"),
-                     "Zento Office 12.1.0.17890 · " + QString(language).replace('_', '-'));
-            QCOMPARE(pageText(dialog, "#account"), texts[2]);
+            // The bridge's answers may come after the page's load.
+            QTRY_COMPARE(pageText(dialog, "#about"),
+                         "Zento Office 12.1.0.17890 · " + QString(language).replace('_', '-'));
+            QTRY_COMPARE(pageText(dialog, "#account"), texts[2]);
 
             // At home in the frame: the title bar's colour, the page's
-            // white body and its main button in the same grey.
-            const QImage image = dialog.grab().toImage();
-            QCOMPARE(image.pixelColor(300, 20), QColor("#6C7079"));
-            QCOMPARE(image.pixelColor(590, 330), QColor(Qt::white));
+            // white body and its main button in the same grey (once the
+            // engine has painted what the page laid out last).
             const QRect retry = elementRect(dialog, "#retry").translated(1, 40);
-            QCOMPARE(image.pixelColor(retry.left() + 4, retry.center().y()), QColor("#6C7079"));
+            const auto pixel = [&](int x, int y) {
+                return dialog.grab().toImage().pixelColor(x, y);
+            };
+            QCOMPARE(pixel(300, 20), QColor("#6C7079"));
+            QCOMPARE(pixel(590, 330), QColor(Qt::white));
+            QTRY_COMPARE(pixel(retry.left() + 4, retry.center().y()), QColor("#6C7079"));
 
             QVERIFY(clickElement(dialog, "#login"));
             QTRY_COMPARE(pageText(dialog, "#account"), texts[3]);
             QVERIFY(clickElement(dialog, "#close"));
+            QTRY_VERIFY(!dialog.isVisible());
         });
         QCOMPARE(run.result, int(QDialog::Rejected));
     }

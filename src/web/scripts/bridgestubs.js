@@ -72,6 +72,14 @@
     methods.forEach(function (method) {
         var least = method[1];
         var most = method[2];
+        // The channel answers null for nothing; QtWebKit's bridge, undefined.
+        var answer = method[3] ? function (resolve) {
+            return function () {
+                resolve(undefined);
+            };
+        } : function (resolve) {
+            return resolve;
+        };
         stubs[method[0]] = function () {
             var args = Array.prototype.slice.call(arguments, 0, most);
             return new Promise(function (resolve, reject) {
@@ -82,7 +90,7 @@
                 if (reached())
                     return resolve(undefined);
                 var call = function () {
-                    apply(bridge[method[0]], bridge, args.concat([resolve]));
+                    apply(bridge[method[0]], bridge, args.concat([answer(resolve)]));
                 };
                 if (bridge)
                     call();

@@ -1,13 +1,54 @@
 #include "kxwebengineauthpage.h"
 
+#include "kxopenexternalurl.h"
 #include "kxwebenginepopuppage.h"
 #include "weblogging.h"
+
+#include <vexlite/kqtcompat.h>
 
 #include <QWebChannel>
 #include <QWebEngineSettings>
 
 #include <algorithm>
 #include <utility>
+
+namespace {
+
+// True where the page holds a frame, at any depth, of another origin than
+// its own; the page's own script cannot change the answer (window.origin
+// read with the getter the page started with is not its to fake, and a
+// frame of another origin is out of its reach).
+const char kForeignFrames[] = R"((function () {
+    var originOf = Object.getOwnPropertyDescriptor(window, "origin").get;
+    var own = originOf.call(window);
+    var foreign = function (parent) {
+        for (var i = 0; i < parent.length; ++i) {
+            try {
+                if (originOf.call(parent[i]) !== own || foreign(parent[i]))
+                    return true;
+            } catch (e) {
+                return true;
+            }
+        }
+        return false;
+    };
+    return foreign(window);
+})())";
+
+// How soon after the user's click or key press a link navigation counts as
+// the user's.
+const qint64 kClickMs = 1000;
+
+bool loadsItself(const QUrl& url)
+{
+    static const QStringList schemes{QStringLiteral("http"),  QStringLiteral("https"),
+                                     QStringLiteral("file"),  QStringLiteral("qrc"),
+                                     QStringLiteral("about"), QStringLiteral("data"),
+                                     QStringLiteral("blob")};
+    return schemes.contains(url.scheme());
+}
+
+} // namespace
 
 KxWebEngineAuthPage::KxWebEngineAuthPage(QWebEngineProfile* profile, QObject* parent)
     : QWebEnginePage(profile, parent)
@@ -34,8 +75,15 @@ void KxWebEngineAuthPage::setScriptWindowsAllowed(bool allowed)
 {
     m_windowsAllowed = allowed;
     // window.open from script outside a click, which the bridge tells pages
-    // they may use (isSupportWindowOpen).
-    settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, allowed);
+    // they may use (isSupportWindowOpen). Set only when it changes: the
+    // engine hands every change to the page.
+    if (settings()->testAttribute(QWebEngineSettings::JavascriptCanOpenWindows) != allowed)
+        settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, allowed);
+}
+
+void KxWebEngineAuthPage::noteUserInput()
+{
+    m_userInput.start();
 }
 
 int KxWebEngineAuthPage::popupCount() const
@@ -49,10 +97,15 @@ bool KxWebEngineAuthPage::acceptNavigationRequest(const QUrl& url,
                                                   QWebEnginePage::NavigationType type,
                                                   bool isMainFrame)
 {
-    if (type == QWebEnginePage::NavigationTypeLinkClicked) {
+    if (type == QWebEnginePage::NavigationTypeLinkClicked && m_userInput.isValid() &&
+        m_userInput.elapsed() < kClickMs) {
         emit linkClicked(url);
         return false;
     }
+    // The engine would hand an address it cannot load itself to the
+    // desktop, past the rules of kxOpenExternalUrl: only a click does that.
+    if (!loadsItself(url))
+        return false;
     if (isMainFrame) {
         // Before the document exists: the transport goes into a document
         // as it is created, or not at all.
@@ -73,6 +126,22 @@ QWebEnginePage* KxWebEngineAuthPage::createWindow(QWebEnginePage::WebWindowType 
         return nullptr;
     auto* popup = new KxWebEnginePopupPage(profile(), nullptr);
     m_popups.append(popup);
+    // The engine does not tell which frame opens the window: a frame of
+    // another origin, which gets no bridge, could be the one, and then the
+    // address goes nowhere (as where such a frame is in the page when the
+    // window opens, on QtWebKit). Asked once the script that opened it has
+    // ended, as the next script starts after it; the pop-up is freed only
+    // then, so one script cannot open windows without end, one after the
+    // other, while the engine makes them.
+    connect(popup, &KxWebEnginePopupPage::handed, this,
+            [this, popup = QPointer<KxWebEnginePopupPage>(popup)](const QUrl& url) {
+                runJavaScript(QLatin1String(kForeignFrames), [popup, url](const QVariant& found) {
+                    if (!url.isEmpty() && found.canConvert<bool>() && !KQtCompat::isNull(found) &&
+                        !found.toBool())
+                        kxOpenExternalUrl(url);
+                    delete popup.data();
+                });
+            });
     return popup;
 }
 

@@ -1,6 +1,7 @@
 #ifndef KXWEBENGINEAUTHPAGE_H
 #define KXWEBENGINEAUTHPAGE_H
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QPointer>
 #include <QWebEnginePage>
@@ -12,6 +13,9 @@ class QWebChannel;
 
 // The page of the library's web dialogs on QtWebEngine. Every link the user
 // clicks, in any frame, is announced (linkClicked) and not followed. The
+// engine calls a navigation that page script starts a link click too: one
+// that follows the user's last click or key press closely is taken for a
+// click, any other is followed as QtWebKit follows script's. The
 // channel that carries the bridge is given to a main-frame document only
 // when trusted accepts its address, decided as each main-frame navigation
 // (a redirect among them) starts, so no other document ever gets the
@@ -35,6 +39,8 @@ public:
     // until the dialog says otherwise for each new document.
     void setScriptWindowsAllowed(bool allowed);
     int popupCount() const;
+    // The user clicked or pressed a key in the page now.
+    void noteUserInput();
 
     // What the bridge's stubs write to the console when they refuse the
     // bridge to a document whose domain was relaxed.
@@ -58,6 +64,7 @@ private:
     QPointer<QWebChannel> m_channel;
     std::function<bool(const QUrl&)> m_trusted;
     bool m_windowsAllowed = false;
+    QElapsedTimer m_userInput;
     QList<QPointer<KxWebEnginePopupPage>> m_popups;
 };
 

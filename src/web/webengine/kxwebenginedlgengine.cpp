@@ -4,6 +4,7 @@
 
 #include <vexlite/khksoftwaresettings.h>
 
+#include <QChildEvent>
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
@@ -13,6 +14,7 @@
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QKeyEvent>
 #include <QMetaMethod>
 #include <QOpenGLContext>
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -30,7 +32,8 @@
 namespace {
 
 // The methods object's meta-object lists, each name once, in order, with
-// the fewest and the most arguments it takes ([name, least, most]).
+// the fewest and the most arguments it takes and whether it answers
+// nothing ([name, least, most, void]).
 QJsonArray methodsOf(const QObject* object)
 {
     QJsonArray methods;
@@ -44,7 +47,7 @@ QJsonArray methodsOf(const QObject* object)
         const int count = method.parameterCount();
         if (!at.contains(name)) {
             at.insert(name, int(methods.size()));
-            methods.append(QJsonArray{name, count, count});
+            methods.append(QJsonArray{name, count, count, method.returnType() == QMetaType::Void});
             continue;
         }
         QJsonArray known = methods.at(at.value(name)).toArray();
@@ -121,6 +124,8 @@ KxWebEngineDlgEngine::KxWebEngineDlgEngine(QWidget* dialog)
 {
     m_view->setPage(m_page);
     m_view->setContextMenuPolicy(Qt::NoContextMenu);
+    // Keys go to a child the engine adds to the view.
+    m_view->installEventFilter(this);
 
     connect(m_page, &KxWebEngineAuthPage::linkClicked, this, &KxWebDlgEngine::linkClicked);
     connect(m_page, &QWebEnginePage::titleChanged, this, &KxWebDlgEngine::titleChanged);
@@ -129,10 +134,35 @@ KxWebEngineDlgEngine::KxWebEngineDlgEngine(QWidget* dialog)
     // The engine tells of no new script world; a new address of the main
     // frame is the nearest it tells. The zoom is the page's, reset with it.
     connect(m_page, &QWebEnginePage::urlChanged, this, [this] {
-        m_page->setZoomFactor(m_zoomFactor);
+        if (!qFuzzyCompare(m_page->zoomFactor(), m_zoomFactor))
+            m_page->setZoomFactor(m_zoomFactor);
         emit scriptWorldCleared();
     });
     connect(m_page, &KxWebEngineAuthPage::bridgeRefused, this, &KxWebDlgEngine::mainFrameReached);
+}
+
+// The page hears of the user's clicks and keys, which tell link clicks
+// from script's navigations. The engine passes no key back to the dialog:
+// Escape, the dialog's own
+// key, goes to the dialog too, as it does on QtWebKit where the page leaves
+// it alone.
+bool KxWebEngineDlgEngine::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ChildAdded) {
+        QObject* child = static_cast<QChildEvent*>(event)->child();
+        if (watched == m_view && child->isWidgetType())
+            child->installEventFilter(this);
+    } else if (event->type() == QEvent::MouseButtonRelease && watched != m_view) {
+        m_page->noteUserInput();
+    } else if (event->type() == QEvent::KeyPress && watched != m_view) {
+        m_page->noteUserInput();
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Escape && m_view && m_view->parentWidget()) {
+            QKeyEvent copy(QEvent::KeyPress, key->key(), key->modifiers(), key->text());
+            QCoreApplication::sendEvent(m_view->parentWidget(), &copy);
+        }
+    }
+    return false;
 }
 
 // The page goes before its profile and the channel, which it uses.

@@ -47,6 +47,9 @@ public:
     // meanwhile but no user input: the engine answers asynchronously.
     QVariant evaluate(const QString& script) override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QWebEngineProfile* m_profile;
     QPointer<QWebEngineView> m_view;
