@@ -1,10 +1,13 @@
 #include "qcommmanualroaming.h"
 
+#include "commlogging.h"
+
 #include <vexlite/kqtcompat.h>
 
 #include <QByteArray>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QPair>
 #include <QSettings>
 #include <QVector>
@@ -16,12 +19,73 @@ namespace {
 
 const QLatin1String kFileGroup("file");
 
+QString listPath(const QString& dir)
+{
+    return QStringLiteral("%1%2%3").arg(dir, QDir::separator(), QComm::MANUAL_ROAMING_CONFIG_FILE);
+}
+
+// The value of c as a digit in base (8 or 16), or -1.
+int digitIn(char c, int base)
+{
+    const char lower = char(c | 0x20);
+    const int digit = c >= '0' && c <= '9'           ? c - '0'
+                      : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10
+                                                     : base;
+    return digit < base ? digit : -1;
+}
+
+// Whether the list file holds a value the settings class would rebuild
+// from binary data ("@Variant(...)"): its reader trusts the lengths stored
+// there, so a damaged one can take gigabytes or end the program. The list
+// only ever holds times and Base64 keys, so such a file is not a list this
+// code wrote; it is left alone, read as empty and never rewritten. The text
+// is looked at with the reader's escapes (\x.., \0..) undone and its
+// quotes and white space dropped, so no spelling of the marker slips
+// through; what that wrongly refuses is no list either.
+bool holdsBinaryValue(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray text = file.readAll();
+    QByteArray plain;
+    plain.reserve(text.size());
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i) != '\\' || i + 1 == text.size()) {
+            plain += text.at(i);
+            continue;
+        }
+        const char kind = text.at(++i);
+        const bool hex = kind == 'x';
+        const int base = hex ? 16 : 8;
+        if (!hex && (kind < '0' || kind > '7')) {
+            // The reader keeps these as the character; it drops any other
+            // escaped character (or gives a control character).
+            if (kind == '"' || kind == '?' || kind == '\'' || kind == '\\')
+                plain += kind;
+            continue;
+        }
+        int code = hex ? 0 : kind - '0';
+        for (int digit; i + 1 < text.size() && (digit = digitIn(text.at(i + 1), base)) >= 0; ++i)
+            code = (code * base + digit) & 0xFFFF;
+        plain += char(code & 0xFF);
+    }
+    // Quotes, line continuations and spaces do not part the marker either.
+    plain.replace('"', QByteArray());
+    return plain.simplified().replace(' ', QByteArray()).contains("@Variant(");
+}
+
 // The list of dir, entered at its "file" group; written back when destroyed.
+// None when the file is not one to touch (see above).
 std::unique_ptr<QSettings> openList(const QString& dir)
 {
-    auto list = std::make_unique<QSettings>(
-        QStringLiteral("%1%2%3").arg(dir, QDir::separator(), QComm::MANUAL_ROAMING_CONFIG_FILE),
-        QSettings::IniFormat);
+    const QString path = listPath(dir);
+    if (holdsBinaryValue(path)) {
+        qCWarning(lcAuthCommon, "the roaming list %s holds binary values; left as it is",
+                  qUtf8Printable(path));
+        return nullptr;
+    }
+    auto list = std::make_unique<QSettings>(path, QSettings::IniFormat);
     KQtCompat::setIniUtf8(*list);
     list->beginGroup(kFileGroup);
     return list;
@@ -92,6 +156,8 @@ QStringList getManualRoamingFiles(const QString& dir)
     if (dir.isEmpty())
         return files;
     const auto list = openList(dir);
+    if (!list)
+        return files;
     for (const QString& key : list->allKeys()) {
         const QString name = nameOf(key);
         if (!name.isEmpty() && !files.contains(name))
@@ -107,6 +173,8 @@ void addManualRoamingFiles(const QString& dir, const QString& file)
     if (dir.isEmpty() || keyOf(file).isEmpty())
         return;
     const auto list = openList(dir);
+    if (!list)
+        return;
     dropDamage(*list);
     list->setValue(keyOf(file), static_cast<uint>(QDateTime::currentDateTime().toSecsSinceEpoch()));
 }
@@ -117,6 +185,8 @@ void delManualRoamingFiles(const QString& dir, const QString& file)
     if (dir.isEmpty() || keyOf(file).isEmpty())
         return;
     const auto list = openList(dir);
+    if (!list)
+        return;
     dropDamage(*list);
     list->remove(keyOf(file));
     list->endGroup();

@@ -99,7 +99,6 @@ private slots:
               "Bericht über.txt", "DIR/Bericht über.txt");
         valid("file address", "file://DIR/notes.txt", file, "notes.txt", "DIR/notes.txt");
 
-        invalid("empty", "");
         invalid("blank", "  ");
         invalid("web address", "https://example.com/a.docx");
         invalid("other type", "vexnimbo://type=edit&fileid=1&displayname=YWI=");

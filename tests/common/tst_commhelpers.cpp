@@ -295,7 +295,6 @@ private slots:
         QTest::addColumn<bool>("expected");
         QTest::newRow("below the new root") << "%R/Zento Cloud Files/userdata/u1/a.docx" << true;
         QTest::newRow("other letter case") << "%R/zento cloud files/USERDATA/a" << true;
-        QTest::newRow("new root itself") << "%R/Zento Cloud Files/userdata" << false;
         QTest::newRow("sibling of the new root") << "%R/Zento Cloud Files/userdata2/a" << false;
         QTest::newRow("contained, not at the start") << "/x%R/Zento Cloud Files/userdata/a" << true;
         QTest::newRow("below the old root") << "%R/office6/Deskhive/log/x.log" << true;
@@ -474,6 +473,43 @@ private slots:
         QVERIFY(after.contains("/new"));
         for (const QString& name : after)
             QVERIFY2(name == "/new" || others.contains(name), qPrintable(name));
+    }
+
+    // A value the settings class would rebuild from binary data, however it
+    // is spelt, leaves the file unread and unchanged (a damaged one could end
+    // the program); other tagged values are read as usual.
+    void roamingBinaryValues_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("entries");
+        // A list that claims 4 billion items (found by fuzzing).
+        QTest::newRow("huge list length")
+            << QByteArray::fromBase64(
+                   "W2ZpbGVdDT0yCltmaWxlL10KYW50KApjPUBWYXJpYW50KFwwXDAACf////9ceDdmKQo=")
+            << QStringList();
+        QTest::newRow("hex escape")
+            << QByteArray("[file]\nL2E%3D=\\x40Variant(\\0)\n") << QStringList();
+        QTest::newRow("octal escape, another group")
+            << QByteArray("[file]\nL2E%3D=1\n[x]\ny=\"@\\0126ariant(\"\n") << QStringList();
+        QTest::newRow("quoted, continued")
+            << QByteArray("[file]\nL2E%3D=\"@Va\"ri\\\n ant(\n") << QStringList();
+        QTest::newRow("rectangle")
+            << QByteArray("[file]\nL2E%3D=@Rect(1 2 3 4)\n") << QStringList{"/a"};
+    }
+
+    void roamingBinaryValues()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, entries);
+
+        const QString dir = m_env.rootPath() + "/list-" + QTest::currentDataTag();
+        QVERIFY(KTestAppDir::write(dir + "/manualroaming.ini", content));
+        QCOMPARE(getManualRoamingFiles(dir), entries);
+        addManualRoamingFiles(dir, "/new");
+        delManualRoamingFiles(dir, "/a");
+        QFile file(dir + "/manualroaming.ini");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll() == content, entries.isEmpty());
     }
 
     // Edits keep the other entries; the reader skips keys it cannot use;

@@ -102,30 +102,46 @@ private slots:
         QCOMPARE(errs.join(""), QString());
     }
 
-    void language_data()
+    // What a fresh process reads: the language (stored, else the setup
+    // file's, read through the function the setup file is read with) and the
+    // roaming folder's name (stored in Base64, up to a zero byte).
+    void readOnce_data()
     {
-        QTest::addColumn<QVariant>("inStore");
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QVariant>("stored");
         QTest::addColumn<QByteArray>("setupFile");
         QTest::addColumn<QString>("expected");
         const QByteArray says1028("[Local]\nUILanguage=1028\n");
-        QTest::newRow("stored wins") << QVariant(1033) << says1028 << "1033";
-        QTest::newRow("stored 0: setup file") << QVariant("0") << says1028 << "1028 read";
-        QTest::newRow("nothing stored, setup file without the key")
-            << QVariant() << QByteArray("[Local]\nX=1\n") << "2052 read";
+        const char* fallback = "自动备份同步";
+        const auto row = [](const char* tag, const char* operation, const QVariant& stored,
+                            const QByteArray& setupFile, const char* expected) {
+            QTest::newRow(tag) << QString(operation) << stored << setupFile << QString(expected);
+        };
+        row("language stored wins", "langID", 1033, says1028, "1033");
+        row("language stored 0: setup file", "langID", "0", says1028, "1028 read");
+        row("no language, setup file without the key", "langID", QVariant(), "[Local]\nX=1\n",
+            "2052 read");
+        row("roaming name: nothing stored", "cloudFileNodeName", QVariant(), "", fallback);
+        row("stored roaming name", "cloudFileNodeName", base64("我的漫游"), "", "我的漫游");
+        row("roaming name not Base64 at all", "cloudFileNodeName", "!!!", "", fallback);
+        row("roaming name up to a zero byte", "cloudFileNodeName", base64({"ab\0cd", 5}), "", "ab");
     }
 
-    void language()
+    void readOnce()
     {
-        QFETCH(QVariant, inStore);
+        QFETCH(QString, operation);
+        QFETCH(QVariant, stored);
         QFETCH(QByteArray, setupFile);
         QFETCH(QString, expected);
 
-        if (inStore.isValid())
-            raw().setValue("Corvane/Office/6.0/Common/Local/UILanguage", inStore);
+        const QString key = operation == "langID" ? "Corvane/Office/6.0/Common/Local/UILanguage"
+                                                  : "Corvane/ZentoCloud/NimboRoamingName";
+        if (stored.isValid())
+            raw().setValue(key, stored);
         QVERIFY(m_appDir.writeFile("cfgs/setup.cfg", setupFile));
         QString err;
-        const QString id = probe({"langID"}, &err).join(' ');
-        QCOMPARE(err.contains("func getNimboCfgsValue mac not impl!") ? id + " read" : id,
+        const QString read = probe({operation}, &err).join(' ');
+        QCOMPARE(err.contains("func getNimboCfgsValue mac not impl!") ? read + " read" : read,
                  expected);
     }
 
@@ -249,27 +265,6 @@ private slots:
         };
         QCOMPARE(names(true), international);
         QCOMPARE(names(false), domestic);
-    }
-
-    void roamingName_data()
-    {
-        QTest::addColumn<QVariant>("stored");
-        QTest::addColumn<QString>("expected");
-        const char* fallback = "自动备份同步";
-        QTest::newRow("nothing stored") << QVariant() << fallback;
-        QTest::newRow("stored name") << QVariant(base64("我的漫游")) << "我的漫游";
-        QTest::newRow("not Base64 at all") << QVariant("!!!") << fallback;
-        QTest::newRow("up to a zero byte") << QVariant(base64({"ab\0cd", 5})) << "ab";
-    }
-
-    void roamingName()
-    {
-        QFETCH(QVariant, stored);
-        QFETCH(QString, expected);
-
-        if (stored.isValid())
-            writeNimboRegValue("NimboRoamingName", stored);
-        QCOMPARE(probe({"cloudFileNodeName"}), QStringList{expected});
     }
 
     // --- desktop sync switches ------------------------------------------

@@ -21,9 +21,10 @@ namespace {
 // What other modules may use of the plug-in and of the helper layer, row
 // by row: the library, the symbols a row covers (a pattern on the
 // demangled names), those among them that must be there, and whether the
-// row is the web module's. Whole classes
-// come with their meta-object, vtable and type information, so that a
-// module can connect to them, derive from them and cast to them.
+// row is the web module's. Whole classes come with their meta-object,
+// vtable and type information, so that a module can connect to them, derive
+// from them and cast to them. What the package's consumer links and the
+// helper suites (linked to libauthcommon) call needs no row of its own here.
 struct Export
 {
     const char* library;
@@ -45,54 +46,34 @@ QList<Export> exportedSurface()
     const char* plugin = "libauthplugin.so";
     const char* common = "libauthcommon.so";
     QList<Export> surface{
-        {plugin, "entry point", "^GetAuthorizationHandler$", {"GetAuthorizationHandler"}},
+        {plugin, "entry point", "^GetAuthorizationHandler$", {}},
         {plugin, "network monitor", wholeClass("KNetworkStateMonitor"),
-         classInfo("KNetworkStateMonitor") << "KNetworkStateMonitor::instance()"
-                                           << "KNetworkStateMonitor::setNetworkAvailable(bool)"
-                                           << "KNetworkStateMonitor::notifyNetworkStatus(bool)"},
+         classInfo("KNetworkStateMonitor")},
         {plugin, "frame dialog", wholeClass("KxNimboCustomFrameDlg"),
          classInfo("KxNimboCustomFrameDlg")
              << "KxNimboCustomFrameDlg::KxNimboCustomFrameDlg(QWidget*, QFlags<Qt::WindowType>)"
              << "KxNimboCustomFrameDlg::setTitleColor(QColor const&)"
              << "KxNimboCustomFrameDlg::paintEvent(QPaintEvent*)"},
         {plugin, "web dialog", wholeClass("KxWebDlg"),
-         classInfo("KxWebDlg") << "KxWebDlg::KxWebDlg(QUrl const&, QWidget*, QUrl const&)"
-                               << "KxWebDlg::~KxWebDlg()"
-                               << "KxWebDlg::exec()"
-                               << "KxWebDlg::resize(int, int)"
-                               << "non-virtual thunk to KxWebDlg::~KxWebDlg()",
-         true},
+         classInfo("KxWebDlg") << "non-virtual thunk to KxWebDlg::~KxWebDlg()", true},
         {plugin,
          "web plug-in registry",
          "^getWebPluginFactoryItems\\(\\)$|^KxWebPluginFactoryItemRegister::|" +
              wholeClass("IKxWebPluginFactoryItem"),
-         {"getWebPluginFactoryItems()",
-          "KxWebPluginFactoryItemRegister::KxWebPluginFactoryItemRegister("
-          "IKxWebPluginFactoryItem*)",
-          "KxWebPluginFactoryItemRegister::~KxWebPluginFactoryItemRegister()"},
+         {"getWebPluginFactoryItems()"},
          true},
         {plugin,
          "local pages",
          "^kx(GetResMuiFile|ResPathToWebUrl|GetWebResMuiFile)\\(",
-         {"kxGetWebResMuiFile(QString const&)", "kxResPathToWebUrl(QString const&)",
-          "kxGetResMuiFile(QString const&, QString const&)"},
+         {"kxResPathToWebUrl(QString const&)", "kxGetResMuiFile(QString const&, QString const&)"},
          true},
         {plugin,
          "service pages signed in",
          "^kx(OpenAutoLoginUrl|NimboOpenStoreUrl)\\(",
          {"kxOpenAutoLoginUrl(QString const&)", "kxNimboOpenStoreUrl(STORE_URL_TYPE)"}},
         // The layer's own functions begin with "_" and stay inside.
-        {common,
-         "helper functions",
-         "^Q?Comm::[A-Za-z]",
-         {"QComm::getAppTypeBySuffix(QString const&)", "Comm::getLogPath[abi:cxx11]()",
-          "QComm::readNimboRegValue(QString const&, QVariant const&)",
-          "QComm::jsonGetBool(Json::Value const&, QString const&, bool)",
-          "QComm::getUserAgent(QString const&)"}},
-        {common,
-         "block detector guard",
-         "^KIngoreLongTimeDetectHelper::",
-         {"KIngoreLongTimeDetectHelper::KIngoreLongTimeDetectHelper(bool)"}},
+        {common, "helper functions", "^Q?Comm::[A-Za-z]", {}},
+        {common, "block detector guard", "^KIngoreLongTimeDetectHelper::", {}},
     };
     // A build without a web engine has no web module: a symbol of its rows
     // would be one too many.
@@ -194,18 +175,22 @@ private slots:
             QVERIFY2(symbols.contains(symbol), qPrintable(symbol));
     }
 
+    // Nothing leaves a library but its rows above, and the README's exports
+    // table names what its version script lets out, no more and no less.
     void exportsNothingElse_data()
     {
         QTest::addColumn<QString>("library");
-        QTest::newRow("plug-in") << "libauthplugin.so";
-        QTest::newRow("helper layer") << "libauthcommon.so";
+        QTest::addColumn<QString>("script");
+        QTest::newRow("plug-in") << "libauthplugin" << QString("src/plugin/authplugin.map");
+        QTest::newRow("helper layer") << "libauthcommon" << QString("src/common/authcommon.map");
     }
 
     void exportsNothingElse()
     {
         QFETCH(QString, library);
+        QFETCH(QString, script);
 
-        QStringList unclaimed = exportedSymbols(library);
+        QStringList unclaimed = exportedSymbols(library + ".so");
         QVERIFY(!unclaimed.isEmpty());
         for (const Export& row : exportedSurface())
             unclaimed.erase(
@@ -215,25 +200,6 @@ private slots:
                                }),
                 unclaimed.end());
         QVERIFY2(unclaimed.isEmpty(), qPrintable(unclaimed.join('\n')));
-    }
-
-    // The README's exports table names what each library's version script
-    // lets out, no more and no less.
-    void readmeNamesTheExports_data()
-    {
-        QTest::addColumn<QString>("library");
-        QTest::addColumn<QString>("script");
-        QTest::newRow("plug-in") << "libauthplugin"
-                                 << "src/plugin/authplugin.map";
-        QTest::newRow("helper layer") << "libauthcommon"
-                                      << "src/common/authcommon.map";
-    }
-
-    void readmeNamesTheExports()
-    {
-        QFETCH(QString, library);
-        QFETCH(QString, script);
-
         const QStringList scripted = namesInVersionScript(AUTH_SOURCE_DIR "/" + script);
         QVERIFY(scripted.size() > 1);
         QCOMPARE(namesInReadme(library), scripted);
@@ -273,9 +239,6 @@ private slots:
         QTest::newRow("account alone, signed out")
             << QStringList{"--account"} << "" << QByteArray(R"({"IsLogined": false, "Name": "A"})")
             << "Account" << QStringList{"Signed in=no", "Name=", "Company account=no"};
-        QTest::newRow("shipped profile")
-            << QStringList{"--profile", m_bin + "/profile", "Product/VexName"} << "" << QByteArray()
-            << "keys:1" << QStringList{"Product/VexName=QString  Zento Office"};
         // What the personal centre opens: the shipped profile's address,
         // wrapped by the cloud simulator for the signed-in user.
         QFile shipped(m_bin + "/profile/host.json");
@@ -343,7 +306,8 @@ private slots:
     }
 
     // A data folder that is a file: every directory the client would create
-    // is marked and warned about once, and the run fails.
+    // is marked, and the run fails (the warnings, once a directory, are the
+    // helper suite's).
     void uncreatableDirectories()
     {
         const QString blocked = m_env.rootPath() + "/data-file";
@@ -353,11 +317,8 @@ private slots:
         const KTestAppDir::Result run = m_app.run(m_bin + "/authinfo", {"--diagnostics"}, env);
         QCOMPARE(run.exitCode, 1);
         QStringList marked;
-        for (const QString& line : run.out.split('\n').filter("(cannot be created)")) {
+        for (const QString& line : run.out.split('\n').filter("(cannot be created)"))
             marked << line.section(blocked, 1).section("  ", 0, 0);
-            QCOMPARE(run.err.count("cannot create the directory " + blocked + marked.last() + ':'),
-                     1);
-        }
         QCOMPARE(marked, QStringList({"/nimbo", "/Zento Cloud Files", "/Zento Cloud Files/userdata",
                                       "/office6/Deskhive", "/office6/Deskhive/log",
                                       "/office6/Deskhive/dump", "/nimbo/resource/iconcache"}));
@@ -368,11 +329,14 @@ private slots:
         QTest::addColumn<QStringList>("args"); // "@": this suite's folder
         QTest::addColumn<QString>("reason");
 
-        QTest::newRow("missing plug-in")
-            << QStringList{"--plugin", "/nonexistent/libauthplugin.so"} << "No such file";
-        QTest::newRow("no entry point") << QStringList{"--plugin", m_bin + "/libvexlite.so"}
-                                        << "does not export GetAuthorizationHandler";
-        QTest::newRow("unreadable profile") << QStringList{"--profile", "@/no-such-profile"} << "";
+        const auto row = [](const char* tag, const char* option, const QString& value,
+                            const char* reason) {
+            QTest::newRow(tag) << QStringList{option, value} << QString(reason);
+        };
+        row("missing plug-in", "--plugin", "/nonexistent/libauthplugin.so", "No such file");
+        row("no entry point", "--plugin", m_bin + "/libvexlite.so",
+            "does not export GetAuthorizationHandler");
+        row("unreadable profile", "--profile", "@/no-such-profile", "");
     }
 
     void unusable()

@@ -59,22 +59,22 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("runpath"); // for binaries
 
+        const auto row = [](const char* tag, const QString& path, const char* runpath = "") {
+            QTest::newRow(tag) << path << QString(runpath);
+        };
         const QString app = "lib/zentooffice/";
         for (const char* binary : {"zentooffice", "authinfo", "libauthplugin.so",
                                    "libauthcommon.so", "libvex.so", "libvexlite.so"})
-            QTest::newRow(binary) << app + binary << "$ORIGIN";
-        QTest::newRow("cloud simulator") << app + "addons/deskhive/libdeskhive.so"
-                                         << "$ORIGIN/../..";
+            row(binary, app + binary, "$ORIGIN");
+        row("cloud simulator", app + "addons/deskhive/libdeskhive.so", "$ORIGIN/../..");
         for (const char* file :
              {"addons/deskhive/state.json", "addons/deskhive/avatar.png", "profile/host.json"})
-            QTest::newRow(file) << app + file << "";
+            row(file, app + file);
         for (const char* file :
              {"AuthPluginConfig.cmake", "AuthPluginConfigVersion.cmake", "AuthPluginTargets.cmake"})
-            QTest::newRow(file) << QString("lib/cmake/AuthPlugin/") + file << "";
-        QTest::newRow("host headers") << "include/vex/kxstyledialog.h"
-                                      << "";
-        QTest::newRow("helper headers") << "include/authcommon/qcommpaths.h"
-                                        << "";
+            row(file, QString("lib/cmake/AuthPlugin/") + file);
+        row("host headers", "include/vex/kxstyledialog.h");
+        row("helper headers", "include/authcommon/qcommpaths.h");
     }
 
     void layout()
@@ -156,45 +156,36 @@ private slots:
         QTest::addColumn<QString>("subject");
         QTest::addColumn<QString>("observation");
 
-        QTest::newRow("ran to its end") << "exit code"
-                                        << "0";
-        QTest::newRow("the build's Qt") << "qt major version" << QString::number(QT_VERSION_MAJOR);
-        QTest::newRow("entry point") << "entry point"
-                                     << "one handler";
-        QTest::newRow("handler") << "product name"
-                                 << "Zento Office";
-        QTest::newRow("monitor by meta-object") << "monitor"
-                                                << "KNetworkStateMonitor";
-        QTest::newRow("monitor flags") << "offline mode, network lost"
-                                       << "yes";
-        QTest::newRow("monitor flags after") << "offline mode, network back"
-                                             << "no";
-        QTest::newRow("monitor signal") << "network changes"
-                                        << "offline,online";
+        const auto row = [](const char* tag, const char* subject, const QString& observation) {
+            QTest::newRow(tag) << QString(subject) << observation;
+        };
+        row("ran to its end", "exit code", "0");
+        row("the build's Qt", "qt major version", QString::number(QT_VERSION_MAJOR));
+        row("entry point", "entry point", "one handler");
+        row("handler", "product name", "Zento Office");
+        // The monitor's own rules are its suite's; here, that a module
+        // reaches its instance, flags and signal across the library's edge.
+        row("monitor by meta-object", "monitor", "KNetworkStateMonitor");
+        row("monitor flags", "offline mode, network lost", "yes");
+        row("monitor signal", "network changes", "offline,online");
         // A package without a web engine has no web dialog to show.
         const auto web = [](const char* observation) {
             return AUTH_WEB_DIALOG ? QString(observation) : QString("(nothing)");
         };
-        QTest::newRow("local page")
-            << "offline page" << web("qrc:/auth_plugin/mui/default/offline.html");
-        QTest::newRow("dialog's meta-objects")
-            << "dialog classes" << web("KxWebDlg < KxNimboCustomFrameDlg");
-        QTest::newRow("dialog's type information") << "cast to the base" << web("yes");
+        row("local page", "offline page", web("qrc:/auth_plugin/mui/default/offline.html"));
+        row("dialog's meta-objects", "dialog classes", web("KxWebDlg < KxNimboCustomFrameDlg"));
+        row("dialog's type information", "cast to the base", web("yes"));
         // 480x320 inside: one pixel of border each side and the 40-pixel title.
-        QTest::newRow("dialog runs") << "dialog" << web("accepted, shown 482x361");
+        row("dialog runs", "dialog", web("accepted, shown 482x361"));
         // The registered item's type and another; the override of version().
-        QTest::newRow("page asked the bridge") << "page saw" << web("true false consumer");
-        QTest::newRow("helpers: a path") << "log folder"
-                                         << "made, office6/Deskhive/log";
-        QTest::newRow("helpers: a store") << "store"
-                                          << "42";
-        QTest::newRow("helpers: a file type") << "file type of xlsx"
-                                              << "tabix";
+        row("page asked the bridge", "page saw", web("true false consumer"));
+        row("helpers: a path", "log folder", "made, office6/Deskhive/log");
+        row("helpers: a store", "store", "42");
+        row("helpers: a file type", "file type of xlsx", "tabix");
         QFile profile(m_appDir + "/profile/host.json");
         QVERIFY(profile.open(QIODevice::ReadOnly));
-        QTest::newRow("helpers: the user agent")
-            << "user agent"
-            << QJsonDocument::fromJson(profile.readAll())["info"]["userAgent"].toString();
+        row("helpers: the user agent", "user agent",
+            QJsonDocument::fromJson(profile.readAll())["info"]["userAgent"].toString());
     }
 
     void consumerSees()
@@ -216,15 +207,9 @@ private:
 
     bool build()
     {
-        QStringList configure{"-S",
-                              AUTH_CONSUMER_DIR,
-                              "-B",
-                              m_consumerBuild,
-                              "-G",
-                              AUTH_GENERATOR,
-                              "-DCMAKE_PREFIX_PATH=" + m_prefix,
-                              "-DCMAKE_CXX_COMPILER=" AUTH_CXX_COMPILER,
-                              "-DCMAKE_BUILD_TYPE=" AUTH_BUILD_TYPE};
+        QStringList configure{"-S", AUTH_CONSUMER_DIR, "-B", m_consumerBuild, "-G", AUTH_GENERATOR};
+        configure << "-DCMAKE_PREFIX_PATH=" + m_prefix << "-DCMAKE_CXX_COMPILER=" AUTH_CXX_COMPILER
+                  << "-DCMAKE_BUILD_TYPE=" AUTH_BUILD_TYPE;
         // A sanitized library needs a sanitized program around it.
         const QString sanitize = AUTH_SANITIZE_FLAGS;
         if (!sanitize.isEmpty())

@@ -132,7 +132,6 @@ private slots:
             {{"overseas", true}, {"user", "u"}});
         // Without a jump base text answers are missing, the URL is empty.
         row("no base: EULA", "Product/Url/EULA", none, noBase);
-        row("no base: HomePage", "Product/HomePage", none, noBase);
         row("no base: LauncherPage", "Product/Url/LauncherPage", QUrl(), noBase);
         row("no base: fallback", "Product/HelpPage", "m", {{"JumpUrl", ""}, {"user", "m"}});
         row("unknown, case-sensitive name", "Product/homepage", none);

@@ -56,7 +56,7 @@ class TestVexStyle : public QObject
 
     // This program in probe mode, run from the application folder app.
     KTestAppDir::Result probe(const KTestAppDir& app, const QStringList& args,
-                              const QString& profile, const QString& fontDpi = "100")
+                              const QString& profile, const QString& fontDpi)
     {
         QProcessEnvironment env;
         // A screen at that logical DPI which Qt leaves to the host to scale
@@ -94,28 +94,42 @@ private slots:
         QCOMPARE(calcCenterRect(area, size), expected);
     }
 
-    // The screen's logical DPI in quarter steps, never below 100 %, unless
-    // the profile names a usable scale.
-    void scaleSource_data()
+    // The display scale: the screen's logical DPI in quarter steps, never
+    // below 100 %, unless the profile names a usable scale. Then the same
+    // relative paths in every layer of "res:": the first layer that has a
+    // file wins, for files and images alike. Layers write "which.txt" naming
+    // themselves and a "which.png" of their own size; the compiled-in one is
+    // 2 x 2. Run in a copy of this program in an application folder of its
+    // own, so the "res" folder beside it is the test's.
+    void probed_data()
     {
         QTest::addColumn<QString>("fontDpi");
         QTest::addColumn<QString>("profileScale");
-        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QStringList>("layers");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("expected"); // the scale, then the path's text and image
         const auto row = [](const char* tag, const char* dpi, const char* scale,
-                            const char* expected) {
-            QTest::newRow(tag) << QString(dpi) << QString(scale) << QString(expected);
+                            const QStringList& layers, const char* path, const char* expected) {
+            QTest::newRow(tag) << QString(dpi) << QString(scale) << layers << QString(path)
+                               << QString(expected);
         };
-        row("120 dpi", "120", "", "1.25");
-        row("never below 100 %", "72", "", "1");
-        row("profile over screen", "192", "1.5", "1.5");
-        row("zero follows the screen", "144", "0", "1.5");
-        row("absurd follows the screen", "192", "1000", "2");
+        row("120 dpi", "120", "", {}, "", "1.25");
+        row("never below 100 %", "72", "", {}, "", "1");
+        row("profile over screen", "192", "1.5", {}, "", "1.5");
+        row("zero follows the screen", "144", "0", {}, "", "1.5");
+        row("absurd follows the screen", "192", "1000", {}, "", "2");
+        row("profile first", "96", "", {"profile", "app"}, "res:/layers/which", "1 profile 4x4");
+        row("then the application", "96", "", {"app"}, "res:/layers/which", "1 app 6x6");
+        row("then compiled in", "96", "", {}, "res:/layers/which", "1 qrc 2x2");
+        row("missing everywhere", "96", "", {"profile", "app"}, "res:/layers/none", "1 - 0x0");
     }
 
-    void scaleSource()
+    void probed()
     {
         QFETCH(QString, fontDpi);
         QFETCH(QString, profileScale);
+        QFETCH(QStringList, layers);
+        QFETCH(QString, path);
         QFETCH(QString, expected);
 
         const KTestAppDir app(m_env.rootPath());
@@ -125,40 +139,6 @@ private slots:
                                     : QString(", \"display\": {\"scale\": %1}").arg(profileScale);
         QVERIFY(
             app.writeFile("profile/host.json", QString("{\"i18n\": {}%1}").arg(display).toUtf8()));
-        const KTestAppDir::Result result = probe(app, {}, app.filePath("profile"), fontDpi);
-        QCOMPARE(result.out.trimmed() + ' ' + QString::number(result.exitCode), expected + " 0");
-    }
-
-    // The same relative paths in every layer: the first layer that has a
-    // file wins, for files and images alike. Layers write "which.txt"
-    // naming themselves and a "which.png" of their own size; the compiled-in
-    // one is 2 x 2.
-    void resourceLayers_data()
-    {
-        QTest::addColumn<QStringList>("layers");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char* tag, const QStringList& layers, const char* path,
-                            const char* expected) {
-            QTest::newRow(tag) << layers << QString(path) << QString(expected);
-        };
-        row("profile first", {"profile", "app"}, "res:/layers/which", "profile 4x4");
-        row("then the application", {"app"}, "res:/layers/which", "app 6x6");
-        row("then compiled in", {}, "res:/layers/which", "qrc 2x2");
-        row("missing everywhere", {"profile", "app"}, "res:/layers/none", "- 0x0");
-    }
-
-    // Run in a copy of this program in an application folder of its own, so
-    // the "res" folder beside it is the test's.
-    void resourceLayers()
-    {
-        QFETCH(QStringList, layers);
-        QFETCH(QString, path);
-        QFETCH(QString, expected);
-
-        const KTestAppDir app(m_env.rootPath());
-        QVERIFY(app.installExecutable(QCoreApplication::applicationName()));
-        QVERIFY(app.writeFile("profile/host.json", "{}"));
         for (const QString& layer : layers) {
             const QString dir = (layer == "app" ? "res" : "profile/res") + QString("/layers/");
             QImage image(layer == "profile" ? 4 : 6, layer == "profile" ? 4 : 6,
@@ -167,9 +147,11 @@ private slots:
             QVERIFY(app.writeFile(dir + "which.txt", layer.toUtf8()) &&
                     image.save(app.filePath(dir + "which.png")));
         }
-        const KTestAppDir::Result result =
-            probe(app, {path + ".txt", path + ".png"}, app.filePath("profile"));
-        QCOMPARE(result.out.section('\n', 1, 2).replace('\n', ' '), expected);
+        const QStringList args =
+            path.isEmpty() ? QStringList() : QStringList{path + ".txt", path + ".png"};
+        const KTestAppDir::Result result = probe(app, args, app.filePath("profile"), fontDpi);
+        QCOMPARE(result.out.trimmed().replace('\n', ' ') + ' ' + QString::number(result.exitCode),
+                 expected + " 0");
     }
 
     // exec() runs application-modal. Hiding the window the dialog belongs to

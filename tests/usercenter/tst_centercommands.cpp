@@ -1,23 +1,24 @@
 // The personal and enterprise centre commands and the addresses they lead
-// to. In this process: the simulator beside the executable, its account
-// driven by a state file. In copies of this program run with --probe from
-// folders without the cloud library or with the stand-in of
-// fakedeskhive.cpp: what the commands and helpers do without a client, or
-// with one that wraps addresses while nobody is signed in.
+// to, on the simulator beside the executable, its account driven by a state
+// file. Without a client, or with one that wraps addresses while nobody is
+// signed in: the cloud library suite's probe.
 
 #include "ksimulatorstate.h"
-#include "ktestappdir.h"
 #include "ktestenvironment.h"
 #include "kurlcatcher.h"
 
 #include "kenterprisecentertriggercommand.h"
+#include "kusercentermenucommand.h"
 #include "kxopenpersonalcentercommand.h"
 #include "kxopenurl.h"
 
 #include <vex/kmainwindow.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QAccessible>
 #include <QtTest>
+
+#include <memory>
 
 using namespace AuthTest;
 
@@ -35,31 +36,6 @@ void configure(bool simplified, bool intranet)
     setProductString("EnterpriseCenterUrl", kEnterprise);
     setFeatureSupported("SimplifiedUserCenter", simplified);
     setFeatureSupported("IntranetVersion", intranet);
-}
-
-// Run in a copy of this program: whether the personal centre would show
-// for a signed-in company account, then what kxOpenAutoLoginUrl(url) and
-// kxNimboOpenStoreUrl of kinds 1, 2 and 3 open ("-" for nothing).
-int probe(const QString& url)
-{
-    KTestEnvironment env;
-    configure(true, false);
-    KUrlCatcher catcher;
-    KxOpenPersonalCenterCommand command(nullptr, nullptr);
-    command.update();
-    QStringList out{QString::number(command.isVisible())};
-    const auto take = [&] {
-        const QStringList urls = catcher.take();
-        out << (urls.isEmpty() ? "-" : urls.join(','));
-    };
-    kxOpenAutoLoginUrl(url);
-    take();
-    for (int kind : {1, 2, 3}) {
-        kxNimboOpenStoreUrl(STORE_URL_TYPE(kind));
-        take();
-    }
-    QTextStream(stdout) << out.join(' ') << '\n';
-    return 0;
 }
 
 } // namespace
@@ -80,6 +56,8 @@ private slots:
         m_urls.take();
     }
 
+    // The personal centre, and the user centre with its button's name ("":
+    // hidden), the detail and icon that go with it.
     void visibility_data()
     {
         QTest::addColumn<QByteArray>("state");
@@ -88,28 +66,30 @@ private slots:
         QTest::addColumn<QString>("window");
         QTest::addColumn<bool>("suspended");
         QTest::addColumn<bool>("visible");
+        QTest::addColumn<QString>("button");
 
         const QByteArray personal = R"({"IsLogined": true, "Name": "P"})";
         const QByteArray company = R"({"IsLogined": true, "IsCompanyAccount": true})";
         const QByteArray out = R"({"IsLogined": false, "IsCompanyAccount": true})";
         const auto row = [](const char* tag, const QByteArray& state, bool simplified,
-                            bool intranet, const char* window, bool visible,
+                            bool intranet, const char* window, bool visible, const char* button,
                             bool suspended = false) {
             QTest::newRow(tag) << state << simplified << intranet << QString(window) << suspended
-                               << visible;
+                               << visible << QString(button);
         };
-        row("personal, simplified centre", personal, true, false, "none", true);
-        row("personal, no simplified centre", personal, false, false, "none", false);
-        row("company, no simplified centre", company, false, false, "none", true);
-        row("company, intranet", company, true, true, "none", false);
-        row("signed out", out, true, false, "none", false);
+        const char* unnamed = "User centre";
+        row("personal, simplified centre", personal, true, false, "none", true, "P");
+        row("personal, no simplified centre", personal, false, false, "none", false, "");
+        row("company, no simplified centre", company, false, false, "none", true, unnamed);
+        row("company, intranet", company, true, true, "none", false, unnamed);
+        row("signed out", out, true, false, "none", false, "");
         // The window that holds the command, not the one activated last.
-        row("in an embedding window", company, true, false, "embedding", false);
+        row("in an embedding window", company, true, false, "embedding", false, "");
         row("in an embedding window, another newer", company, true, false, "embedding, newer",
-            false);
-        row("another, newer window embedding", company, true, false, "plain, newer embedding",
-            true);
-        row("updates suspended", company, true, false, "none", false, true);
+            false, "");
+        row("another, newer window embedding", company, true, false, "plain, newer embedding", true,
+            unnamed);
+        row("updates suspended", company, true, false, "none", false, unnamed, true);
     }
 
     void visibility()
@@ -120,6 +100,7 @@ private slots:
         QFETCH(QString, window);
         QFETCH(bool, suspended);
         QFETCH(bool, visible);
+        QFETCH(QString, button);
 
         QVERIFY(m_state.set(state));
         configure(simplified, intranet);
@@ -137,6 +118,18 @@ private slots:
         enterprise.update();
         QCOMPARE(command.isVisible(), visible);
         QVERIFY(!enterprise.isVisible()); // the host's default, untouched
+
+        KUserCenterMenuCommand centre(main.data(), nullptr);
+        QVERIFY(!centre.icon().isNull());
+        centre.setVisible(button.isEmpty());
+        centre.update();
+        QCOMPARE(centre.isVisible(), !button.isEmpty());
+        if (button.isEmpty())
+            return;
+        QCOMPARE(centre.detail(), QString("You have signed in Zento Office."));
+        const std::unique_ptr<QWidget> pocket(centre.createPocketWidget(nullptr));
+        QCOMPARE(QAccessible::queryAccessibleInterface(pocket.get())->text(QAccessible::Name),
+                 button);
     }
 
     // kind 0 asks kxOpenAutoLoginUrl(url), others kxNimboOpenStoreUrl(kind).
@@ -191,57 +184,7 @@ private slots:
             QCOMPARE(g_logged, told ? QStringList("opening " + plain) : QStringList());
         }
     }
-
-    // library: "-" no addons/deskhive, else the stand-in's user information
-    // and its wrapped address for every address.
-    void withoutSimulator_data()
-    {
-        QTest::addColumn<QString>("library");
-        QTest::addColumn<QByteArray>("userInfo");
-        QTest::addColumn<QString>("wrap");
-        QTest::addColumn<QString>("expected"); // the probe's line, "U": its address
-
-        const QString p = kPersonal, e = kEnterprise;
-        QTest::newRow("no client object") << "-" << QByteArray() << ""
-                                          << "0 U " + p + ' ' + e + " -";
-        // The store helper asks the client without the signed-in test.
-        QTest::newRow("client wraps while signed out")
-            << "fake" << QByteArray(R"({"IsLogined": false, "IsCompanyAccount": true})")
-            << "https://w.example/"
-            << "0 U https://w.example/ https://w.example/ -";
-    }
-
-    void withoutSimulator()
-    {
-        QFETCH(QString, library);
-        QFETCH(QByteArray, userInfo);
-        QFETCH(QString, wrap);
-        QFETCH(QString, expected);
-
-        const KTestAppDir app(m_env.rootPath());
-        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
-        QVERIFY(app.installExecutable(self));
-        if (library == "fake") {
-            QFile fake(FAKE_DESKHIVE);
-            QVERIFY(fake.open(QIODevice::ReadOnly) &&
-                    app.writeFile("addons/deskhive/libdeskhive.so", fake.readAll()));
-        }
-        QProcessEnvironment env;
-        env.insert("FAKE_NIMBO_USERINFO", userInfo);
-        env.insert("FAKE_NIMBO_AUTOLOGIN", wrap);
-        const QString url = "https://jump.example/p?x=1";
-        const KTestAppDir::Result run = app.run(self, {"--probe", url}, env);
-        QCOMPARE(run.out.trimmed(), expected.replace("U", url));
-    }
 };
 
-int main(int argc, char* argv[])
-{
-    QApplication app(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--probe") == 0)
-        return probe(QString::fromUtf8(argv[2]));
-    TestCenterCommands test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestCenterCommands)
 #include "tst_centercommands.moc"

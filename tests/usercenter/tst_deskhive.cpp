@@ -3,14 +3,24 @@
 // driven by a state file in a temporary folder, its signals connected by
 // signature. In copies of this program run with --probe from folders laid
 // out per case: what the access finds when the library is missing, lacks
-// entry points or answers oddly (the stand-in of fakedeskhive.cpp).
+// entry points or answers oddly (the stand-in of fakedeskhive.cpp), and what
+// the centre commands, the account button and the helpers that open
+// addresses make of that.
 
 #include "ktestappdir.h"
 #include "ktestenvironment.h"
+#include "kurlcatcher.h"
 #include "kwarningcatcher.h"
 
 #include "kdeskhivelib.h"
 #include "knimboclientinstance.h"
+#include "kusercentermenubutton.h"
+#include "kusercentermenucommand.h"
+#include "kxopenpersonalcentercommand.h"
+#include "kxopenurl.h"
+
+#include <vex/kresourcescheme.h>
+#include <vexlite/hostcontrol.h>
 
 #include <deskhive/livestateupdatecache.h>
 #include <deskhive/nimboclient.h>
@@ -25,6 +35,9 @@ using namespace AuthTest;
 namespace {
 
 enum class Save { Replace, InPlace, RemoveFirst };
+
+const QString kPersonal = "https://account.example/center";
+const QString kEnterprise = "https://business.example/admin?x=1";
 
 QByteArray signedIn(const QByteArray& name, const QByteArray& more = QByteArray())
 {
@@ -45,15 +58,39 @@ QString account()
 // What a copy of this program finds beside itself, on one line: whether
 // the library is loaded and whether each entry point (dispatch, client,
 // cache, controller) gives an object, whether someone is signed in, and the
-// address given for url.
+// address given for url. Then, after " | ": whether the personal centre and
+// the user centre would show and the button shows the default avatar, and
+// what kxOpenAutoLoginUrl(url) and kxNimboOpenStoreUrl of kinds 1, 2 and 3
+// open ("-" for nothing).
 int probe(const QString& url)
 {
     const KDeskhiveLib& lib = *KDeskhiveLib::instance();
-    QTextStream(stdout) << lib.isLoaded() << !!lib.localPushMessageDispatchInstance()
-                        << !!lib.nimboClientInstance() << !!lib.liveStateUpdateCacheInstance()
-                        << !!lib.deskhivePluginController() << ' '
-                        << KNimboClientInstance::isLogined() << ' '
-                        << KNimboClientInstance::getAutoLoginUrl(url) << '\n';
+    QTextStream out(stdout);
+    out << lib.isLoaded() << !!lib.localPushMessageDispatchInstance() << !!lib.nimboClientInstance()
+        << !!lib.liveStateUpdateCacheInstance() << !!lib.deskhivePluginController() << ' '
+        << KNimboClientInstance::isLogined() << ' ' << KNimboClientInstance::getAutoLoginUrl(url)
+        << " |";
+
+    KTestEnvironment env;
+    KResourceScheme::install();
+    krt::hostcontrol::setProductString("PersonalCenterUrl", kPersonal);
+    krt::hostcontrol::setProductString("EnterpriseCenterUrl", kEnterprise);
+    krt::hostcontrol::setFeatureSupported("SimplifiedUserCenter", true);
+    KxOpenPersonalCenterCommand command(nullptr, nullptr);
+    KUserCenterMenuCommand centre(nullptr, nullptr);
+    command.update();
+    centre.update();
+    const std::unique_ptr<QWidget> button(centre.createPocketWidget(nullptr));
+    const QImage avatar = static_cast<KUserCenterMenuButton*>(button.get())->thumbnail();
+    out << ' ' << command.isVisible() << ' ' << centre.isVisible() << ' '
+        << (avatar == QImage("res:/resource/zentodeskhive/defaultthumbnail.png"));
+    KUrlCatcher catcher;
+    for (int kind : {0, 1, 2, 3}) {
+        kind ? kxNimboOpenStoreUrl(STORE_URL_TYPE(kind)) : kxOpenAutoLoginUrl(url);
+        const QStringList urls = catcher.take();
+        out << ' ' << (urls.isEmpty() ? "-" : urls.join(','));
+    }
+    out << '\n';
     return 0;
 }
 
@@ -99,7 +136,8 @@ private slots:
     // the simulator's state file beside it ("<fifo>" a named pipe, "<link>"
     // content: a link to a file holding content), or the stand-in client's
     // user information, whose wrapped address is wrapReply.
-    // expected starts the probe's answer; "URL": the address it asks for.
+    // expected starts the probe's answer; "URL": the address it asks for,
+    // "P" and "E" the personal and enterprise centres.
     void layouts_data()
     {
         QTest::addColumn<QString>("library");
@@ -116,7 +154,7 @@ private slots:
         const QString fake = FAKE_DESKHIVE;
         const QByteArray in = R"({"IsLogined": true})";
         const char* wrap = "https://wrapped.example/?t=1";
-        row("no addons/deskhive folder", "-", in, wrap, "00000 0 URL");
+        row("no addons/deskhive folder", "-", in, wrap, "00000 0 URL | 0 0 1 URL P E -");
         row("a text file, not a library", "text", in, wrap, "00000 0 URL");
         row("simulator, state beside it (a link)", simulator, "<link>" + signedIn("Ada"), "",
             "11111 1 https://account.zentooffice.example/autologin?token=");
@@ -124,6 +162,11 @@ private slots:
         row("signed in", fake, in, wrap, "10100 1 https://wrapped.example/?t=1");
         row("signed in, empty wrapped address", fake, in, "", "10100 1 URL");
         row("no IsLogined", fake, R"({"Name": "F"})", wrap, "10100 0 URL");
+        // The store helper asks the client without the signed-in test; the
+        // button shows the company's mark.
+        row("client wraps while signed out", fake,
+            R"({"IsLogined": false, "IsCompanyAccount": true})", wrap,
+            "10100 0 URL | 0 0 0 URL " + QString(wrap) + ' ' + wrap + " -");
         row("IsLogined as text", fake, R"({"IsLogined": "true"})", wrap, "10100 0 URL");
     }
 
@@ -159,7 +202,8 @@ private slots:
         env.insert("FAKE_NIMBO_AUTOLOGIN", wrapReply);
         const QString url = "https://jump.example/personal?x=1";
         const QString out = app.run(self, {"--probe", url}, env).out;
-        expected.replace("URL", url);
+        expected.replace("URL", url).replace(" P ", ' ' + kPersonal + ' ');
+        expected.replace(" E ", ' ' + kEnterprise + ' ');
         QCOMPARE(out.left(expected.size()), expected);
     }
 
@@ -208,6 +252,8 @@ private slots:
             {"not a signal name"});
         row("request again, same content", launch, launch, adaUser, "", {}, Save::Replace,
             Save::InPlace);
+        row("request again, other content", launch, launch + ' ', adaUser,
+            "failedToLaunchCloudsvrProcess");
         // However an editor saves, the next save is seen.
         row("in place, then remove", signedIn("First"), signedIn("Second"), "in|Second|id-Second||",
             "UserInfoChange", {}, Save::InPlace, Save::RemoveFirst);
@@ -253,7 +299,7 @@ private slots:
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication app(argc, argv);
+    QApplication app(argc, argv);
     if (argc == 3 && qstrcmp(argv[1], "--probe") == 0)
         return probe(QString::fromUtf8(argv[2]));
     TestDeskhive test;

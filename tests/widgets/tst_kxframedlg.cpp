@@ -81,11 +81,16 @@ private slots:
         QTest::addColumn<int>("titleHeight");
         QTest::addColumn<int>("indent");
         QTest::addColumn<int>("fontPixels");
+        QTest::addColumn<QString>("text");
 
-        QTest::newRow("100 %, colour never set") << 1.0 << 0 << QColor() << 40 << 10 << 15;
-        QTest::newRow("100 % with icon") << 1.0 << 24 << kTitleColor << 40 << 10 << 15;
-        QTest::newRow("125 %, halves rounded") << 1.25 << 0 << kTitleColor << 50 << 13 << 18;
-        QTest::newRow("200 % with icon") << 2.0 << 24 << kTitleColor << 80 << 20 << 30;
+        const QString hello = "Hello Zento";
+        QTest::newRow("100 %, colour never set") << 1.0 << 0 << QColor() << 40 << 10 << 15 << hello;
+        QTest::newRow("100 % with icon") << 1.0 << 24 << kTitleColor << 40 << 10 << 15 << hello;
+        QTest::newRow("125 %, halves rounded")
+            << 1.25 << 0 << kTitleColor << 50 << 13 << 18 << hello;
+        QTest::newRow("200 % with icon") << 2.0 << 24 << kTitleColor << 80 << 20 << 30 << hello;
+        QTest::newRow("long title")
+            << 1.0 << 0 << kTitleColor << 40 << 10 << 15 << QString(100, 'W');
     }
 
     void frame()
@@ -96,10 +101,11 @@ private slots:
         QFETCH(int, titleHeight);
         QFETCH(int, indent);
         QFETCH(int, fontPixels);
+        QFETCH(QString, text);
 
         krt::hostcontrol::setDisplayScale(scale);
         KxNimboCustomFrameDlg dialog;
-        dialog.setWindowTitle("Hello Zento");
+        dialog.setWindowTitle(text);
         if (titleColor.isValid())
             dialog.setTitleColor(titleColor);
         QCOMPARE(dialog.titleColor(), titleColor);
@@ -127,7 +133,24 @@ private slots:
         QCOMPARE(content->geometry(), QRect(1, titleHeight, 598, 300 - titleHeight - 1));
 
         const QImage image = paint(&dialog, Qt::magenta);
+        // One-pixel border on the outermost pixels below the title, white inside.
+        QVERIFY(
+            inkBounds(image, Qt::white, QRect(1, titleHeight, 598, 299 - titleHeight)).isNull());
+        for (const QRect& edge :
+             {QRect(0, titleHeight, 1, 300 - titleHeight),
+              QRect(599, titleHeight, 1, 300 - titleHeight), QRect(0, 299, 600, 1)})
+            QVERIFY(inkBounds(image, kBorderColor, edge).isNull());
         const QColor fill = titleColor.isValid() ? titleColor : QColor(Qt::black);
+        if (text.size() > 50) {
+            // Cut at the close square: the text area loses the bar's height
+            // on the right, so it keeps the square's first column. A gap
+            // between two glyphs may fall just before the cut. The square
+            // has no image here: this suite has no compiled-in resources.
+            const int right = inkBounds(image, fill, QRect(0, 0, 600, titleHeight)).right();
+            QVERIFY2(right <= closeLeft && right >= closeLeft - 9,
+                     qPrintable(QString::number(right)));
+            return;
+        }
         const QRect ink = inkBounds(image, fill, QRect(icon, 0, closeLeft - icon, titleHeight));
         const QRect expected =
             referenceInk(dialog.windowTitle(), title->font(), fontPixels, titleHeight, fill);
@@ -136,13 +159,6 @@ private slots:
                  ink | QRect(0, 0, icon, icon));
         QCOMPARE(QColor(image.pixel(0, 0)), icon ? QColor(Qt::red) : fill);
         QCOMPARE(QColor(image.pixel(icon, 0)), fill);
-        // One-pixel border on the outermost pixels below the title, white inside.
-        QVERIFY(
-            inkBounds(image, Qt::white, QRect(1, titleHeight, 598, 299 - titleHeight)).isNull());
-        for (const QRect& edge :
-             {QRect(0, titleHeight, 1, 300 - titleHeight),
-              QRect(599, titleHeight, 1, 300 - titleHeight), QRect(0, 299, 600, 1)})
-            QVERIFY(inkBounds(image, kBorderColor, edge).isNull());
     }
 
     // Presses and releases through the dialog's window at 100 %: a click on
@@ -231,23 +247,6 @@ private slots:
             QCOMPARE(placed.topLeft(), moved);
         else
             QVERIFY(available.contains(placed));
-    }
-
-    // A long title is cut at the close square: the text area loses the bar's
-    // height on the right, so it keeps the square's first column (x 559).
-    // The square has no image here: this suite has no compiled-in resources.
-    void longTitle()
-    {
-        KxNimboCustomFrameDlg dialog;
-        dialog.setWindowTitle(QString(100, 'W'));
-        dialog.setTitleColor(kTitleColor);
-        dialog.resize(600, 300);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        const QImage image = paint(&dialog, Qt::magenta);
-        // A gap between two glyphs may fall just before the cut.
-        const int right = inkBounds(image, kTitleColor, QRect(0, 0, 600, 40)).right();
-        QVERIFY2(right <= 559 && right >= 550, qPrintable(QString::number(right)));
     }
 };
 

@@ -238,7 +238,7 @@ private slots:
                  QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
     }
 
-    // Left releases click, right and middle ones do not; a press alone is no
+    // Left releases click, others do not; a press alone is no
     // click. Assistive tools see a link, named by its text, and can click. From the keyboard (not
     // in the description: for people who do not use a mouse) it is reached with Tab only when the
     // caller gives it a focus policy; then Space, Return and Enter click.
@@ -255,7 +255,6 @@ private slots:
         };
         QTest::newRow("left twice") << int(Qt::LeftButton) << 0 << 0 << 0 << 2;
         QTest::newRow("right twice") << int(Qt::RightButton) << 0 << 0 << 0 << 0;
-        QTest::newRow("middle twice") << int(Qt::MiddleButton) << 0 << 0 << 0 << 0;
         keys("no focus policy", Qt::NoFocus, Qt::Key_Space, Qt::NoModifier, 0);
         keys("Tab, keypad Enter", Qt::StrongFocus, Qt::Key_Enter, Qt::KeypadModifier, 1);
         keys("Ctrl+Space", Qt::StrongFocus, Qt::Key_Space, Qt::ControlModifier, 0);

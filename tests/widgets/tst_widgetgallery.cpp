@@ -16,12 +16,11 @@ class TestWidgetGallery : public QObject
 
     KTestEnvironment m_env;
 
+    // Offscreen, as the suites run.
     KTestAppDir::Result runGallery(const QStringList& args)
     {
-        QProcessEnvironment env;
-        env.insert("QT_QPA_PLATFORM", "offscreen");
         return KTestAppDir(m_env.rootPath())
-            .run(QCoreApplication::applicationDirPath() + "/widgetgallery", args, env);
+            .run(QCoreApplication::applicationDirPath() + "/widgetgallery", args);
     }
 
 private slots:

@@ -166,7 +166,6 @@ int main(int argc, char** argv)
         monitor->setNetworkAvailable(false);
         out << "offline mode, network lost: " << yesNo(monitor->isNimboOffLineMode()) << '\n';
         monitor->setNetworkAvailable(true);
-        out << "offline mode, network back: " << yesNo(monitor->isNimboOffLineMode()) << '\n';
         out << "network changes: " << changes.join(QLatin1Char(',')) << '\n';
     }
 
