@@ -1,8 +1,8 @@
 # Which Qt the project builds with, and which web engine the web dialog runs
 # on. One tree builds on Qt 5.15 (the default, with QtWebKit) and on Qt 6
-# (with QtWebEngine); every target links Qt's versionless targets (Qt::Core, ...), which both
-# provide. Where the two Qt versions differ in the code, <vex/kqtcompat.h>
-# decides.
+# (with QtWebEngine); every target links Qt's versionless targets
+# (Qt::Core, ...), which both provide. Where the two Qt versions differ in
+# the code, <vex/kqtcompat.h> decides.
 
 set(AUTH_QT_MAJOR 5 CACHE STRING "The Qt major version to build with: 5 or 6")
 set_property(CACHE AUTH_QT_MAJOR PROPERTY STRINGS 5 6)
@@ -15,9 +15,9 @@ else()
 endif()
 
 # The web dialog's engine: webkit (QtWebKit, Qt 5 only, the default there),
-# webengine (QtWebEngine with QWebChannel, the default on Qt 6 and a choice
-# on Qt 5) or none (no web dialog: src/web, the host's web module, the web
-# suites and benchmarks and the gallery's web scenes are left out).
+# webengine (QtWebEngine with QWebChannel, Qt 6 only, the default there) or
+# none (no web dialog: src/web, the host's web module, the web suites and
+# benchmarks and the gallery's web scenes are left out).
 # AUTH_WEB_ENGINE_TARGETS are what the web module links for it.
 if(AUTH_QT_MAJOR STREQUAL "5")
     set(AUTH_WEB_ENGINE_DEFAULT webkit)
@@ -30,6 +30,9 @@ set_property(CACHE AUTH_WEB_ENGINE PROPERTY STRINGS webkit webengine none)
 if(AUTH_QT_MAJOR STREQUAL "6" AND AUTH_WEB_ENGINE STREQUAL "webkit")
     message(FATAL_ERROR "AUTH_WEB_ENGINE=webkit is not available on Qt 6, which has no QtWebKit: "
         "Qt 6 builds run the web dialog on QtWebEngine (AUTH_WEB_ENGINE=webengine)")
+elseif(AUTH_QT_MAJOR STREQUAL "5" AND AUTH_WEB_ENGINE STREQUAL "webengine")
+    message(FATAL_ERROR "AUTH_WEB_ENGINE=webengine is not offered on Qt 5 (not tried there): "
+        "Qt 5 builds run the web dialog on QtWebKit (AUTH_WEB_ENGINE=webkit)")
 elseif(NOT AUTH_WEB_ENGINE MATCHES "^(webkit|webengine|none)$")
     message(FATAL_ERROR "AUTH_WEB_ENGINE is webkit, webengine or none, not \"${AUTH_WEB_ENGINE}\"")
 endif()
