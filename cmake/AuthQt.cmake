@@ -1,8 +1,8 @@
 # Which Qt the project builds with, and which web engine the web dialog runs
-# on. One tree builds on Qt 5.15 (the default, with QtWebKit) and on Qt 6;
-# every target links Qt's versionless targets (Qt::Core, ...), which both
-# provide. Where the two Qt versions differ in the code, <vex/kqtcompat.h>
-# decides.
+# on. One tree builds on Qt 5.15 (the default, with QtWebKit) and on Qt 6
+# (with QtWebEngine); every target links Qt's versionless targets
+# (Qt::Core, ...), which both provide. Where the two Qt versions differ in
+# the code, <vex/kqtcompat.h> decides.
 
 set(AUTH_QT_MAJOR 5 CACHE STRING "The Qt major version to build with: 5 or 6")
 set_property(CACHE AUTH_QT_MAJOR PROPERTY STRINGS 5 6)
@@ -14,33 +14,40 @@ else()
     message(FATAL_ERROR "AUTH_QT_MAJOR is 5 or 6, not \"${AUTH_QT_MAJOR}\"")
 endif()
 
-# The web dialog's engine: webkit (QtWebKit, Qt 5 only), webengine (QtWebEngine,
-# not written yet) or none (no web dialog: src/web, the host's web module, the
-# web suites and benchmarks and the gallery's web scenes are left out). Qt 6
-# has no QtWebKit, so a Qt 6 build goes without the web dialog until its
-# QtWebEngine backend lands.
+# The web dialog's engine: webkit (QtWebKit, Qt 5 only, the default there),
+# webengine (QtWebEngine with QWebChannel, Qt 6 only, the default there) or
+# none (no web dialog: src/web, the host's web module, the web suites and
+# benchmarks and the gallery's web scenes are left out).
+# AUTH_WEB_ENGINE_TARGETS are what the web module links for it.
 if(AUTH_QT_MAJOR STREQUAL "5")
     set(AUTH_WEB_ENGINE_DEFAULT webkit)
 else()
-    set(AUTH_WEB_ENGINE_DEFAULT none)
+    set(AUTH_WEB_ENGINE_DEFAULT webengine)
 endif()
 set(AUTH_WEB_ENGINE ${AUTH_WEB_ENGINE_DEFAULT} CACHE STRING
-    "The web dialog's engine: webkit (Qt 5), webengine, or none (Qt 6 for now)")
+    "The web dialog's engine: webkit (Qt 5), webengine or none")
 set_property(CACHE AUTH_WEB_ENGINE PROPERTY STRINGS webkit webengine none)
-if(AUTH_QT_MAJOR STREQUAL "6" AND NOT AUTH_WEB_ENGINE STREQUAL "none")
-    message(STATUS "AUTH_WEB_ENGINE=${AUTH_WEB_ENGINE} is not available on Qt 6 yet: "
-        "building without the web dialog (AUTH_WEB_ENGINE=none)")
-    set_property(CACHE AUTH_WEB_ENGINE PROPERTY VALUE none)
-elseif(AUTH_QT_MAJOR STREQUAL "5" AND NOT AUTH_WEB_ENGINE STREQUAL "webkit")
-    message(FATAL_ERROR "AUTH_WEB_ENGINE=${AUTH_WEB_ENGINE} is not available on Qt 5: "
+if(AUTH_QT_MAJOR STREQUAL "6" AND AUTH_WEB_ENGINE STREQUAL "webkit")
+    message(FATAL_ERROR "AUTH_WEB_ENGINE=webkit is not available on Qt 6, which has no QtWebKit: "
+        "Qt 6 builds run the web dialog on QtWebEngine (AUTH_WEB_ENGINE=webengine)")
+elseif(AUTH_QT_MAJOR STREQUAL "5" AND AUTH_WEB_ENGINE STREQUAL "webengine")
+    message(FATAL_ERROR "AUTH_WEB_ENGINE=webengine is not offered on Qt 5 (not tried there): "
         "Qt 5 builds run the web dialog on QtWebKit (AUTH_WEB_ENGINE=webkit)")
+elseif(NOT AUTH_WEB_ENGINE MATCHES "^(webkit|webengine|none)$")
+    message(FATAL_ERROR "AUTH_WEB_ENGINE is webkit, webengine or none, not \"${AUTH_WEB_ENGINE}\"")
 endif()
-if(AUTH_WEB_ENGINE STREQUAL "none")
+set(AUTH_WEB_DIALOG ON)
+if(AUTH_WEB_ENGINE STREQUAL "webkit")
+    set(AUTH_QT_WEB_COMPONENTS WebKit WebKitWidgets)
+    set(AUTH_WEB_ENGINE_TARGETS Qt5::WebKitWidgets)
+elseif(AUTH_WEB_ENGINE STREQUAL "webengine")
+    set(AUTH_QT_WEB_COMPONENTS WebEngineWidgets WebChannel Quick)
+    set(AUTH_WEB_ENGINE_TARGETS Qt${AUTH_QT_MAJOR}::WebEngineWidgets Qt${AUTH_QT_MAJOR}::WebChannel
+        Qt${AUTH_QT_MAJOR}::Quick)
+else()
     set(AUTH_WEB_DIALOG OFF)
     set(AUTH_QT_WEB_COMPONENTS "")
-else()
-    set(AUTH_WEB_DIALOG ON)
-    set(AUTH_QT_WEB_COMPONENTS WebKit WebKitWidgets)
+    set(AUTH_WEB_ENGINE_TARGETS "")
 endif()
 message(STATUS "Building with Qt ${AUTH_QT_MAJOR}; the web dialog's engine: ${AUTH_WEB_ENGINE}")
 

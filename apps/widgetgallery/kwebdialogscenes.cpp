@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <QEventLoop>
 #include <QImage>
 #include <QTcpServer>
 #include <QTextStream>
@@ -70,10 +71,27 @@ private:
     bool m_done = false;
 };
 
+// Some engines (QtWebEngine) paint a page a while after it loaded, and in
+// steps: waits (five seconds at most) until the dialog's picture has stayed
+// the same for ten looks a hundredth of a second apart.
+void waitForPaint(QDialog* dialog)
+{
+    QImage last;
+    for (int same = 0, looks = 0; same < 10 && looks < 500; ++looks) {
+        QEventLoop loop;
+        QTimer::singleShot(10, &loop, &QEventLoop::quit);
+        loop.exec();
+        const QImage image = dialog->grab().toImage();
+        same = image == last ? same + 1 : 0;
+        last = image;
+    }
+}
+
 bool shoot(QDialog* dialog, const QString& path, QTextStream& err)
 {
     bool saved = false;
     ShownHook hook(dialog, [&] {
+        waitForPaint(dialog);
         QImage image(dialog->size(), QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
         dialog->render(&image);

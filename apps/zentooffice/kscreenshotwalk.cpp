@@ -360,7 +360,26 @@ bool KScreenshotWalk::captureWebDialog(KZentoOfficeWindow* window, const QString
 {
     bool saved = false;
     const KWebDialogHook hook(window, [&](QDialog* dialog) {
-        saved = (!ready || waitFor([&] { return ready(dialog); })) && save(name, window, {dialog});
+        // Some engines (QtWebEngine) paint a page a while after it loaded,
+        // and in steps: the picture waits for a mark on the page's white
+        // that has stayed the same for ten looks (a tenth of a second).
+        QImage last;
+        int same = 0;
+        const auto painted = [&] {
+            const QImage image = dialog->grab().toImage();
+            same = image == last ? same + 1 : 0;
+            last = image;
+            const QRect page = dialog->contentsRect().adjusted(2, 2, -2, -2);
+            for (int y = page.top(); y <= page.bottom(); y += 2) {
+                for (int x = page.left(); x <= page.right(); x += 2) {
+                    if (image.pixel(x, y) != qRgb(255, 255, 255))
+                        return same >= 10;
+                }
+            }
+            return false;
+        };
+        saved = (!ready || waitFor([&] { return ready(dialog); })) && waitFor(painted) &&
+                save(name, window, {dialog});
         dialog->accept();
     });
     (window->*open)();

@@ -3,10 +3,39 @@
 
 #include "kxauthglobal.h"
 
+#ifdef KXAUTH_WEB_QTWEBKIT
 #include <QWebPluginFactory>
+#else
+#include <QList>
+#include <QString>
+#include <QStringList>
+#endif
 
 class QObject;
 class QUrl;
+
+// What a web plug-in item declares: its name, description and mime types.
+// Where the library runs on QtWebKit these are QtWebKit's own types, so an
+// item written against QWebPluginFactory keeps compiling; on QtWebEngine,
+// which has no plug-in factory, they are types of the same shape.
+#ifdef KXAUTH_WEB_QTWEBKIT
+using KxWebPluginMimeType = QWebPluginFactory::MimeType;
+using KxWebPlugin = QWebPluginFactory::Plugin;
+#else
+struct KxWebPluginMimeType
+{
+    QString name;
+    QString description;
+    QStringList fileExtensions;
+};
+
+struct KxWebPlugin
+{
+    QString name;
+    QString description;
+    QList<KxWebPluginMimeType> mimeTypes;
+};
+#endif
 
 // One kind of native object a page can embed by mime type (<object
 // type="...">), registered with a KxWebPluginFactoryItemRegister. The two
@@ -21,7 +50,7 @@ public:
                             const QStringList& argumentNames,
                             const QStringList& argumentValues) = 0;
     // Name, description and the mime types this item makes objects for.
-    virtual QWebPluginFactory::Plugin plugin() = 0;
+    virtual KxWebPlugin plugin() = 0;
 
     virtual ~IKxWebPluginFactoryItem() = default;
 };

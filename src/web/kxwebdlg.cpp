@@ -1,10 +1,10 @@
 #include "kxwebdlg.h"
 
-#include "kxauthwebview.h"
 #include "kxopenexternalurl.h"
 #include "kxwebbridgeorigins.h"
 #include "kxwebdlgbridge.h"
 #include "kxwebdlgengine.h"
+#include "kxwebmimetypes.h"
 #include "weblogging.h"
 
 #include <deskhive/nimboclient.h>
@@ -183,6 +183,8 @@ struct KxWebDlg::Private
     // frame calls, so the call runs only while no frame but those of the
     // page's own party could be the caller.
     bool bridgeCallAllowed();
+    // From now until the next document, no bridge call runs.
+    void refuseFromOutside();
     bool sameParty(const QUrl& page) const
     {
         return KxWebBridgeOrigins::admits(page, url, fallbackUrl);
@@ -194,12 +196,18 @@ bool KxWebDlg::Private::bridgeCallAllowed()
     if (!bridgeDocument)
         return false;
     if (!reachedFromOutside && engine->foreignFrameReachesMainFrame(
-                                   [this](const QUrl& origin) { return sameParty(origin); })) {
-        reachedFromOutside = true;
-        qWarning("Refused the bridge to %s: a frame of another origin can reach its script",
-                 qUtf8Printable(kxUrlForLog(engine->url())));
-    }
+                                   [this](const QUrl& origin) { return sameParty(origin); }))
+        refuseFromOutside();
     return !reachedFromOutside;
+}
+
+void KxWebDlg::Private::refuseFromOutside()
+{
+    if (reachedFromOutside || !bridgeDocument)
+        return;
+    reachedFromOutside = true;
+    qWarning("Refused the bridge to %s: a frame of another origin can reach its script",
+             qUtf8Printable(kxUrlForLog(engine->url())));
 }
 
 void KxWebDlg::Private::startModalRun(KxWebDlg* dialog)
@@ -253,12 +261,17 @@ KxWebDlg::KxWebDlg(const QUrl& url, QWidget* parent, const QUrl& fallbackUrl)
 
     resize(600, 300);
 
+    d->bridge = KxWebDlgBridge::create(this, [this] { return d->bridgeCallAllowed(); });
+    d->engine->setBridge(QLatin1String(kBridgeName), d->bridge,
+                         [this](const QUrl& page) { return d->sameParty(page); });
+
     connect(d->engine, &KxWebDlgEngine::linkClicked, this, &KxWebDlg::on_linkClicked);
     connect(d->engine, &KxWebDlgEngine::scriptWorldCleared, this,
             &KxWebDlg::populateJavaScriptWindowObject);
     // The dialog's title follows the page's.
     connect(d->engine, &KxWebDlgEngine::titleChanged, this, &QWidget::setWindowTitle);
     connect(d->engine, &KxWebDlgEngine::loadFinished, this, &KxWebDlg::on_loadFinished);
+    connect(d->engine, &KxWebDlgEngine::mainFrameReached, this, [this] { d->refuseFromOutside(); });
     connect(d->loadTimer, &QTimer::timeout, this, &KxWebDlg::on_loadTimedOut);
     connect(d->showTimer, &QTimer::timeout, this, [this] { d->startModalRun(this); });
 }
@@ -461,12 +474,12 @@ QString KxWebDlg::loginedUserId()
 
 bool KxWebDlg::isMimeTypeAvailable(const QString& type)
 {
-    return KxAuthWebView::isMimeTypeAvailable(type);
+    return KxWebMimeTypes::isAvailable(type);
 }
 
 QString KxWebDlg::availableMimeTypes()
 {
-    return KxAuthWebView::availableMimeTypes().join(QLatin1Char(','));
+    return KxWebMimeTypes::available().join(QLatin1Char(','));
 }
 
 bool KxWebDlg::openUrl(const QString& url)
@@ -507,10 +520,7 @@ void KxWebDlg::populateJavaScriptWindowObject()
         qCDebug(lcAuthWeb, "no bridge for %s", qUtf8Printable(kxUrlForLog(d->engine->url())));
         return;
     }
-    if (!d->bridge)
-        d->bridge = KxWebDlgBridge::create(this, [this] { return d->bridgeCallAllowed(); });
-    d->engine->publish(QLatin1String(kBridgeName), d->bridge);
-    d->engine->lockDocumentDomain();
+    d->engine->publishBridge();
 }
 
 void KxWebDlg::on_loadFinished(bool ok)

@@ -64,7 +64,7 @@ bool KxWebDlgBridge::admit(const char* method, std::initializer_list<Text> texts
     for (const Text& text : texts) {
         if (text.text->size() > text.limit) {
             qWarning("Refused zentoctx.%s: a text of %d characters, more than %d", method,
-                     text.text->size(), text.limit);
+                     int(text.text->size()), text.limit);
             return false;
         }
     }

@@ -91,15 +91,20 @@ class TestHostWindow : public QObject
         const std::unique_ptr<QSignalSpy> read(stateRead());
         return KTestAppDir::write(m_statePath, json) && read->wait(5000);
     }
+    // The web dialog's engine, whichever it is, through its meta-object.
+    static QObject* webEngine(QDialog* dialog)
+    {
+        const QList<QObject*> objects = dialog->findChildren<QObject*>();
+        const auto engine = std::find_if(objects.cbegin(), objects.cend(),
+                                         [](QObject* o) { return o->inherits("KxWebDlgEngine"); });
+        return engine == objects.cend() ? nullptr : *engine;
+    }
     // script's value in the web dialog's page.
     static QVariant evaluate(QDialog* dialog, const QString& script)
     {
         QVariant result;
-        const QList<QObject*> objects = dialog->findChildren<QObject*>();
-        const auto frame = std::find_if(objects.cbegin(), objects.cend(),
-                                        [](QObject* o) { return o->inherits("QWebFrame"); });
-        if (frame != objects.cend())
-            QMetaObject::invokeMethod(*frame, "evaluateJavaScript", Q_RETURN_ARG(QVariant, result),
+        if (QObject* engine = webEngine(dialog))
+            QMetaObject::invokeMethod(engine, "evaluate", Q_RETURN_ARG(QVariant, result),
                                       Q_ARG(QString, script));
         return result;
     }
@@ -497,9 +502,10 @@ private slots:
         shown.replace("LOCAL", m_host->serviceServer()->jumpBase().toString());
         QString url;
         onWebDialog("actionWelcome", [&](QDialog* dialog) {
-            const QList<QWidget*> widgets = dialog->findChildren<QWidget*>();
-            for (QWidget* view : widgets)
-                url = view->inherits("KxAuthWebView") ? view->property("url").toString() : url;
+            QUrl address;
+            if (QObject* engine = webEngine(dialog))
+                QMetaObject::invokeMethod(engine, "url", Q_RETURN_ARG(QUrl, address));
+            url = address.toString();
         });
         QVERIFY2(url.startsWith(shown), qPrintable(url));
     }
@@ -887,5 +893,14 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestHostWindow)
+// As the host's application does (KxApplication): the plug-in it loads may
+// bring QtWebEngine, which composes with the application's OpenGL context.
+int main(int argc, char* argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    TestHostWindow test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_hostwindow.moc"

@@ -7,7 +7,8 @@ namespace AuthTest {
 
 // Collects the warnings logged while it lives, from any thread, instead of
 // printing them: the text, after "<category>: " unless the category is the
-// default one. Not reentrant: one catcher at a time.
+// default one. Not reentrant: one catcher at a time. QtWebEngine's word that
+// the offscreen platform has no OpenGL is no warning of the code under test.
 class KWarningCatcher
 {
 public:

@@ -3,16 +3,24 @@
 #include "ktestenvironment.h"
 
 #include <kdeskhivelib.h>
-#include <kxauthwebview.h>
 #include <kxwebdlg.h>
+#include <kxwebdlgengine.h>
 
 #include <deskhive/nimboclient.h>
 #include <vexlite/hostcontrol.h>
 
+#include <QJsonDocument>
+#include <QJsonValue>
 #include <QTimer>
-#include <QWebElement>
-#include <QWebFrame>
 #include <QtTest>
+
+#if AUTH_WEB_QTWEBENGINE
+#include <kxwebengineauthpage.h>
+using KTestAuthPage = KxWebEngineAuthPage;
+#else
+#include <kxauthwebpage.h>
+using KTestAuthPage = KxAuthWebPage;
+#endif
 
 namespace AuthTest {
 
@@ -52,6 +60,14 @@ private:
     int m_closeWith;
 };
 
+QString quoted(const QString& text)
+{
+    return QString::fromUtf8(
+               QJsonDocument::fromVariant(QVariantList{text}).toJson(QJsonDocument::Compact))
+        .mid(1)
+        .chopped(1);
+}
+
 } // namespace
 
 bool resetWebHost(const KTestEnvironment& env)
@@ -77,28 +93,83 @@ KExecRecord execShown(KxWebDlg& dialog, const std::function<void()>& whenShown, 
     return record;
 }
 
-KxAuthWebView* webView(KxWebDlg& dialog)
+KxWebDlgEngine* webEngine(KxWebDlg& dialog)
 {
-    return dialog.findChild<KxAuthWebView*>();
+    return dialog.findChild<KxWebDlgEngine*>();
 }
 
-QWebFrame* mainFrame(KxWebDlg& dialog)
+QWidget* webView(KxWebDlg& dialog)
 {
-    return webView(dialog)->page()->mainFrame();
+    return webEngine(dialog)->view();
 }
 
 QVariant js(KxWebDlg& dialog, const QString& script)
 {
-    return mainFrame(dialog)->evaluateJavaScript(script);
+    // The answer waits in the page under a name of its own for each call.
+    static int calls = 0;
+    const QString slot = QStringLiteral("window['__authTest%1']").arg(++calls);
+    KxWebDlgEngine* engine = webEngine(dialog);
+    engine->evaluate(QStringLiteral("new Promise(function (resolve) { resolve((0, eval)(%1)); })"
+                                    ".then(function (v) { %2 = { done: true, value: v }; },"
+                                    " function () { %2 = { done: true, value: null }; }); true")
+                         .arg(quoted(script), slot));
+    QVariant answer;
+    const bool answered = QTest::qWaitFor(
+        [&] {
+            answer = engine->evaluate(slot);
+            return answer.canConvert<QVariantMap>() && answer.toMap().contains("done");
+        },
+        5000);
+    engine->evaluate("delete " + slot);
+    if (!answered)
+        qWarning("No answer from the page to %s", qUtf8Printable(script.left(80)));
+    return answer.toMap().value("value");
+}
+
+QString pageText(KxWebDlg& dialog, const QString& selector)
+{
+    return js(dialog, QStringLiteral("(document.querySelector(%1) || {}).innerText || ''")
+                          .arg(quoted(selector)))
+        .toString();
+}
+
+QRect elementRect(KxWebDlg& dialog, const QString& selector)
+{
+    const QVariantList box =
+        js(dialog, QStringLiteral("var e = document.querySelector(%1); if (e) { var r = "
+                                  "e.getBoundingClientRect(); [r.left, r.top, r.width, r.height] "
+                                  "} else { [] }")
+                       .arg(quoted(selector)))
+            .toList();
+    if (box.size() != 4)
+        return QRect();
+    return QRect(qRound(box[0].toDouble()), qRound(box[1].toDouble()), qRound(box[2].toDouble()),
+                 qRound(box[3].toDouble()));
+}
+
+QWidget* inputWidget(KxWebDlg& dialog)
+{
+    QWidget* view = webView(dialog);
+    return view->focusProxy() ? view->focusProxy() : view;
 }
 
 bool clickElement(KxWebDlg& dialog, const QString& selector)
 {
-    const QWebElement element = mainFrame(dialog)->findFirstElement(selector);
-    if (element.isNull() || element.geometry().isEmpty())
+    const QRect rect = elementRect(dialog, selector);
+    if (rect.isEmpty())
         return false;
-    QTest::mouseClick(webView(dialog), Qt::LeftButton, Qt::NoModifier, element.geometry().center());
+    QTest::mouseClick(inputWidget(dialog), Qt::LeftButton, Qt::NoModifier, rect.center());
     return true;
+}
+
+int popupCount(KxWebDlg& dialog)
+{
+    return webView(dialog)->findChild<KTestAuthPage*>()->popupCount();
+}
+
+int maxPopups()
+{
+    return KTestAuthPage::kMaxPopups;
 }
 
 } // namespace AuthTest

@@ -2,14 +2,15 @@
 #define KWEBDLGDRIVER_H
 
 #include <QObject>
+#include <QRect>
 #include <QUrl>
 #include <QVariant>
 
 #include <functional>
 
 class KxWebDlg;
-class KxAuthWebView;
-class QWebFrame;
+class KxWebDlgEngine;
+class QWidget;
 
 namespace AuthTest {
 
@@ -35,12 +36,24 @@ struct KExecRecord
 KExecRecord execShown(KxWebDlg& dialog, const std::function<void()>& whenShown = {},
                       int closeWith = 1);
 
-KxAuthWebView* webView(KxWebDlg& dialog);
-QWebFrame* mainFrame(KxWebDlg& dialog);
-// Runs script in the dialog's page.
+// What follows hides the web engine, so one suite runs on either.
+KxWebDlgEngine* webEngine(KxWebDlg& dialog);
+QWidget* webView(KxWebDlg& dialog);
+// Runs script in the dialog's page, as a whole program in the page's global
+// scope, and gives its value; where that is a Promise (as every bridge
+// call's is on QtWebEngine), the value it resolves with. Null after a
+// script error.
 QVariant js(KxWebDlg& dialog, const QString& script);
-// Clicks the centre of the page's first element matching selector.
+// The text of the page's first element matching selector, its place in the
+// view, and a click on its centre (false where it has no area).
+QString pageText(KxWebDlg& dialog, const QString& selector);
+QRect elementRect(KxWebDlg& dialog, const QString& selector);
 bool clickElement(KxWebDlg& dialog, const QString& selector);
+// Where the page takes keys and clicks.
+QWidget* inputWidget(KxWebDlg& dialog);
+// Pop-up pages of the dialog's page alive now, and the most it keeps.
+int popupCount(KxWebDlg& dialog);
+int maxPopups();
 
 } // namespace AuthTest
 

@@ -11,9 +11,8 @@
 #include "kwarningcatcher.h"
 #include "kwebdlgdriver.h"
 
-#include <kxauthwebpage.h>
-#include <kxauthwebview.h>
 #include <kxwebdlg.h>
+#include <kxwebdlgengine.h>
 #include <kxwebresources.h>
 
 #include <vex/kresourcescheme.h>
@@ -21,9 +20,6 @@
 
 #include <QScreen>
 #include <QUrlQuery>
-#include <QWebElement>
-#include <QWebFrame>
-#include <QWebSecurityOrigin>
 #include <QtTest>
 
 using namespace AuthTest;
@@ -42,18 +38,26 @@ QUrl refusedUrl(const QString& path)
     return server.url(path);
 }
 
-// The page's frame, if it has one, has loaded from the server's other name.
+// The page's frame, if it has one, has loaded.
 bool frameLoaded(KxWebDlg& dialog)
 {
-    QWebFrame* frame = mainFrame(dialog)->childFrames().value(0);
-    return !frame || (frame->securityOrigin().host() == "localhost" &&
-                      frame->evaluateJavaScript("document.readyState").toString() == "complete");
+    return js(dialog, "!document.querySelector('iframe') || window.frameLoaded === true").toBool();
 }
 
-QString pageText(KxWebDlg& dialog, const QString& selector)
+// Escape key presses that reach a widget.
+class KKeyCounter : public QObject
 {
-    return mainFrame(dialog)->findFirstElement(selector).toPlainText();
-}
+public:
+    explicit KKeyCounter(QWidget& widget) { widget.installEventFilter(this); }
+    int escapes = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+            ++escapes;
+        return false;
+    }
+};
 
 } // namespace
 
@@ -80,12 +84,7 @@ private slots:
         QCOMPARE(dialog.size(), QSize(602, 341));
         QCOMPARE(dialog.minimumSize(), dialog.maximumSize());
         QCOMPARE(dialog.titleColor(), QColor("#6C7079"));
-        KxAuthWebView* view = webView(dialog);
-        QVERIFY(qobject_cast<KxAuthWebPage*>(view->page()));
-        QCOMPARE(view->contextMenuPolicy(), Qt::NoContextMenu);
-        QCOMPARE(view->page()->linkDelegationPolicy(), QWebPage::DelegateAllLinks);
-        // The page came with setPage after the view was made: no factory.
-        QVERIFY(!view->page()->pluginFactory());
+        QCOMPARE(webView(dialog)->contextMenuPolicy(), Qt::NoContextMenu);
 
         // Not placed yet: only the size changes (and sums with the margins
         // do not overflow).
@@ -143,10 +142,10 @@ private slots:
             {"same", withItems}}.value(fallback);
 
         KxWebDlg dialog(url, nullptr, fallbackUrl);
-        KxAuthWebView* view = webView(dialog);
+        KxWebDlgEngine* engine = webEngine(dialog);
         auto* timer = dialog.findChild<QTimer*>();
-        QSignalSpy started(view, &QWebView::loadStarted);
-        QSignalSpy finished(view, &QWebView::loadFinished);
+        QSignalSpy started(engine, &KxWebDlgEngine::loadStarted);
+        QSignalSpy finished(engine, &KxWebDlgEngine::loadFinished);
         QSignalSpy timeouts(timer, &QTimer::timeout);
         KWarningCatcher warnings;
         QUrl shownUrl;
@@ -155,7 +154,7 @@ private slots:
             // Shown once the engine's signal has reached everyone: the modal
             // run never runs inside it.
             QCOMPARE(finished.count(), timedOut ? 0 : loads);
-            shownUrl = view->url();
+            shownUrl = engine->url();
             if (page == "late") {
                 server.finishHanging();
                 QVERIFY(finished.wait());
@@ -253,11 +252,16 @@ private slots:
         krt::hostcontrol::setDisplayScale(scale);
         KTestHttpServer server;
         QVERIFY(server.listen());
+        // The bridge may answer later (QtWebEngine): the size as it comes.
         server.addPage("/page", "<script>" + script.toUtf8() +
-                                    "document.title = innerWidth + 'x' + innerHeight;</script>");
+                                    "var size = function () { document.title = innerWidth + 'x' + "
+                                    "innerHeight; }; size(); addEventListener('resize', size);"
+                                    "</script>");
         KxWebDlg dialog(server.url("/page"));
-        execShown(dialog);
-        QCOMPARE(dialog.windowTitle(), QString("%1x%2").arg(content.width()).arg(content.height()));
+        execShown(dialog, [&] {
+            QTRY_COMPARE(dialog.windowTitle(),
+                         QString("%1x%2").arg(content.width()).arg(content.height()));
+        });
         QCOMPARE(dialog.size(), size);
         QCOMPARE(dialog.minimumSize(), dialog.size());
     }
@@ -320,9 +324,12 @@ private slots:
                 QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, QPoint(580, 20));
                 QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, QPoint(580, 20));
             } else {
-                // Where the keyboard is: the page, which leaves Escape alone.
-                QTest::keyClick(webView(dialog), Qt::Key_Escape,
+                // Where the keyboard is: the page, which leaves Escape alone
+                // (QtWebEngine hands it back to the dialog later).
+                KKeyCounter atDialog(dialog);
+                QTest::keyClick(inputWidget(dialog), Qt::Key_Escape,
                                 how.startsWith("Shift") ? Qt::ShiftModifier : Qt::NoModifier);
+                QTRY_COMPARE(atDialog.escapes, 1);
             }
             openAfterwards = dialog.isVisible();
         });
@@ -337,8 +344,8 @@ private slots:
         execShown(dialog, [&] {
             QCOMPARE(js(dialog, "zentoctx.isLogined()").toBool(), false);
             QCOMPARE(js(dialog, "zentoctx.loginedUserId()").toString(), QString());
-            js(dialog, "zentoctx.login('function(){ document.title = \"hello \" + "
-                       "zentoctx.loginedUserId(); }')");
+            js(dialog, "zentoctx.login('function(){ Promise.resolve(zentoctx.loginedUserId())"
+                       ".then(function(id){ document.title = \"hello \" + id; }); }')");
             QTRY_COMPARE(dialog.windowTitle(), QString("hello demo-0001"));
             QCOMPARE(js(dialog, "zentoctx.isLogined()").toBool(), true);
         });
@@ -363,9 +370,8 @@ private slots:
         };
         row("window.open", "window.open('" + web + "')", "", "", {web});
         row("window.open, program's scheme", "window.open('zento://open')", "", "", {});
-        row("a thousand window.open",
-            "for (var i = 0; i < 1000; ++i) window.open('" + web + "' + i)", "", "",
-            {web + "0", web + "1", web + "2", web + "3"});
+        row("a hundred window.open", "for (var i = 0; i < 100; ++i) window.open('" + web + "' + i)",
+            "", "", {web + "0", web + "1", web + "2", web + "3"});
         row("link", "", web, "", {web});
         row("link, program's scheme", "", "zento://open", "", {});
         row("link to a new window", "", web, "_blank", {web});
@@ -377,7 +383,8 @@ private slots:
         row("link into a pop-up", "window.open('', 'pop')", "%1/target", "pop", {"%1/target"});
         // A frame gets no bridge, nor windows.
         row("from a frame of another origin",
-            "var f = document.createElement('iframe'); f.src = '%2'; document.body.appendChild(f)",
+            "var f = document.createElement('iframe'); f.src = '%2'; f.onload = function(){ "
+            "window.frameLoaded = true; }; document.body.appendChild(f)",
             "", "", {});
     }
 
@@ -405,29 +412,31 @@ private slots:
         const QString file = m_env.rootPath() + "/links.html";
         QVERIFY(KTestAppDir::write(file, html));
         KxWebDlg dialog(fromFile ? QUrl::fromLocalFile(file) : server.url("/page"));
-        auto* page = qobject_cast<KxAuthWebPage*>(webView(dialog)->page());
         KUrlCatcher catcher;
         KWarningCatcher warnings;
         int alive = -1;
         QUrl before;
         execShown(dialog, [&] {
-            before = webView(dialog)->url();
+            before = webEngine(dialog)->url();
             js(dialog, script);
             QTRY_VERIFY(frameLoaded(dialog));
-            alive = page->popupCount();
+            alive = popupCount(dialog);
             if (!link.isEmpty())
                 QVERIFY(clickElement(dialog, "#link"));
-            QTRY_COMPARE(page->popupCount(), 0);
+            QTRY_COMPARE(popupCount(dialog), 0);
             // Loaded again after all that: what it started has happened.
-            QSignalSpy loaded(webView(dialog), &QWebView::loadFinished);
+            QSignalSpy loaded(webEngine(dialog), &KxWebDlgEngine::loadFinished);
             js(dialog, "setTimeout(function(){ location.reload(); }, 0)");
             QVERIFY(loaded.wait());
         });
-        QVERIFY2(alive <= KxAuthWebPage::kMaxPopups, qPrintable(QString::number(alive)));
+        QVERIFY2(alive <= maxPopups(), qPrintable(QString::number(alive)));
         QCOMPARE(catcher.take(), opened.replaceInStrings("%1", base));
+        // QtWebEngine tells nothing of a new window's address of a scheme
+        // it does not load: it opens nothing, and there is nothing to warn of.
+        const bool untold = AUTH_WEB_QTWEBENGINE && target == "_blank";
         QCOMPARE(warnings.warnings().size(),
-                 int((script + link).contains(QRegularExpression("zento:|file:"))));
-        QCOMPARE(webView(dialog)->url(), before);
+                 int(!untold && (script + link).contains(QRegularExpression("zento:|file:"))));
+        QCOMPARE(webEngine(dialog)->url(), before);
         QCOMPARE(dialog.windowTitle(), QString("Links"));
         QCOMPARE(server.requestCount("/target"), 0);
     }
@@ -458,22 +467,26 @@ private slots:
         const KExecRecord run = execShown(dialog, [&] {
             QCOMPARE(dialog.windowTitle(), texts[0]);
             QCOMPARE(pageText(dialog, "h1"), texts[1]);
-            QCOMPARE(pageText(dialog, "#about"),
-                     "Zento Office 12.1.0.17890 · " + QString(language).replace('_', '-'));
-            QCOMPARE(pageText(dialog, "#account"), texts[2]);
+            // The bridge's answers may come after the page's load.
+            QTRY_COMPARE(pageText(dialog, "#about"),
+                         "Zento Office 12.1.0.17890 · " + QString(language).replace('_', '-'));
+            QTRY_COMPARE(pageText(dialog, "#account"), texts[2]);
 
             // At home in the frame: the title bar's colour, the page's
-            // white body and its main button in the same grey.
-            const QImage image = dialog.grab().toImage();
-            QCOMPARE(image.pixelColor(300, 20), QColor("#6C7079"));
-            QCOMPARE(image.pixelColor(590, 330), QColor(Qt::white));
-            const QRect retry =
-                mainFrame(dialog)->findFirstElement("#retry").geometry().translated(1, 40);
-            QCOMPARE(image.pixelColor(retry.left() + 4, retry.center().y()), QColor("#6C7079"));
+            // white body and its main button in the same grey (once the
+            // engine has painted what the page laid out last).
+            const QRect retry = elementRect(dialog, "#retry").translated(1, 40);
+            const auto pixel = [&](int x, int y) {
+                return dialog.grab().toImage().pixelColor(x, y);
+            };
+            QCOMPARE(pixel(300, 20), QColor("#6C7079"));
+            QCOMPARE(pixel(590, 330), QColor(Qt::white));
+            QTRY_COMPARE(pixel(retry.left() + 4, retry.center().y()), QColor("#6C7079"));
 
             QVERIFY(clickElement(dialog, "#login"));
             QTRY_COMPARE(pageText(dialog, "#account"), texts[3]);
             QVERIFY(clickElement(dialog, "#close"));
+            QTRY_VERIFY(!dialog.isVisible());
         });
         QCOMPARE(run.result, int(QDialog::Rejected));
     }

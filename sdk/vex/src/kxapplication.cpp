@@ -4,8 +4,21 @@
 #include "vex/kmainwindow.h"
 #include "vex/kresourcescheme.h"
 
+namespace {
+
+// What must be set before the application object exists. A suite that
+// shows web pages through a plug-in shares OpenGL contexts: QtWebEngine,
+// loaded with the plug-in, composes its pages with the application's.
+int& beforeApplication(int& argc)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    return argc;
+}
+
+} // namespace
+
 KxApplication::KxApplication(int& argc, char** argv)
-    : QApplication(argc, argv)
+    : QApplication(beforeApplication(argc), argv)
     , m_detector(new KLongTimeBlockDetector(this))
 {
     m_detector->setThreshold(kDefaultBlockThreshold);

@@ -64,11 +64,12 @@ public:
     {
         return nullptr;
     }
-    QWebPluginFactory::Plugin plugin() override
+    // The library's names for the item's types, whichever engine it runs on.
+    KxWebPlugin plugin() override
     {
-        QWebPluginFactory::MimeType type;
+        KxWebPluginMimeType type;
         type.name = QLatin1String(kMimeType);
-        QWebPluginFactory::Plugin plugin;
+        KxWebPlugin plugin;
         plugin.name = QStringLiteral("consumer");
         plugin.mimeTypes << type;
         return plugin;
@@ -92,7 +93,17 @@ protected:
     {
         KxWebDlg::showEvent(event);
         shownSize = size();
-        QTimer::singleShot(0, this, [this] { accept(); });
+        QTimer::singleShot(0, this, [this] { acceptOnceAnswered(500); });
+    }
+
+    // The page's answers may come after it loaded (QtWebEngine): closes
+    // once the title shows them, or after tries more looks.
+    void acceptOnceAnswered(int tries)
+    {
+        if (windowTitle().count(QLatin1Char(' ')) >= 2 || tries == 0)
+            accept();
+        else
+            QTimer::singleShot(10, this, [this, tries] { acceptOnceAnswered(tries - 1); });
     }
 };
 
@@ -103,9 +114,10 @@ QUrl writePage(const QTemporaryDir& dir)
     QFile page(dir.filePath(QStringLiteral("page.html")));
     if (!page.open(QIODevice::WriteOnly))
         return QUrl();
-    page.write(QByteArray("<script>document.title = [zentoctx.isMimeTypeAvailable('") + kMimeType +
-               "'), zentoctx.isMimeTypeAvailable('application/x-other'), zentoctx.version()]"
-               ".join(' ');</script>");
+    // The answers come at once or as Promises, as the engine has it.
+    page.write(QByteArray("<script>Promise.all([zentoctx.isMimeTypeAvailable('") + kMimeType +
+               "'), zentoctx.isMimeTypeAvailable('application/x-other'), zentoctx.version()])"
+               ".then(function (a) { document.title = a.join(' '); });</script>");
     return QUrl::fromLocalFile(page.fileName());
 }
 #endif

@@ -1,5 +1,7 @@
 // The offline page's behaviour, shared by every language's copy. It talks to
-// the dialog through "zentoctx" when the dialog offers it.
+// the dialog through "zentoctx" when the dialog offers it. A bridge call
+// answers at once on QtWebKit and with a Promise on QtWebEngine:
+// Promise.all and Promise.resolve take either (QtWebKit has no await).
 (function () {
     var bridge = typeof zentoctx !== "undefined" ? zentoctx : null;
 
@@ -14,12 +16,14 @@
             account.textContent = "";
             return;
         }
-        var signedIn = bridge.isLogined();
-        // The page's own language: its texts sit in the element's data.
-        account.textContent = signedIn
-            ? account.getAttribute("data-signed-in").replace("%1", bridge.loginedUserId())
-            : account.getAttribute("data-signed-out");
-        show("login", !signedIn);
+        Promise.all([bridge.isLogined(), bridge.loginedUserId()]).then(function (answers) {
+            var signedIn = answers[0];
+            // The page's own language: its texts sit in the element's data.
+            account.textContent = signedIn
+                ? account.getAttribute("data-signed-in").replace("%1", answers[1])
+                : account.getAttribute("data-signed-out");
+            show("login", !signedIn);
+        });
     };
 
     document.getElementById("retry").onclick = function () {
@@ -37,8 +41,10 @@
     };
 
     if (bridge) {
-        document.getElementById("about").textContent =
-            "Zento Office " + bridge.version() + " \u00b7 " + bridge.lang();
+        Promise.all([bridge.version(), bridge.lang()]).then(function (answers) {
+            document.getElementById("about").textContent =
+                "Zento Office " + answers[0] + " \u00b7 " + answers[1];
+        });
         show("close", true);
     }
     refreshAccount();

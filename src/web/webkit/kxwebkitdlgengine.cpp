@@ -10,25 +10,6 @@
 
 namespace {
 
-// The setter throws as a sandboxed document's does. Defined on the
-// document itself, not configurable: the page's own script cannot take it
-// back.
-const char kLockDocumentDomain[] = R"((function () {
-    var domain = Object.getOwnPropertyDescriptor(Document.prototype, "domain");
-    if (!domain || Object.getOwnPropertyDescriptor(document, "domain"))
-        return;
-    Object.defineProperty(document, "domain", {
-        get: domain.get,
-        set: function () {
-            var refused = new Error("document.domain cannot be changed in this dialog");
-            refused.name = "SecurityError";
-            throw refused;
-        },
-        enumerable: true,
-        configurable: false
-    });
-})())";
-
 // True where the frame's script can read the main frame's document, and so
 // call whatever that offers. `top` and `document` are not configurable: the
 // frame's own script cannot fake the answer.
@@ -64,6 +45,7 @@ KxWebKitDlgEngine::KxWebKitDlgEngine(QWidget* dialog)
 
     connect(m_view, &QWebView::linkClicked, this, &KxWebDlgEngine::linkClicked);
     connect(m_view, &QWebView::titleChanged, this, &KxWebDlgEngine::titleChanged);
+    connect(m_view, &QWebView::loadStarted, this, &KxWebDlgEngine::loadStarted);
     connect(m_view, &QWebView::loadFinished, this, &KxWebDlgEngine::loadFinished);
     connect(m_page->mainFrame(), &QWebFrame::javaScriptWindowObjectCleared, this,
             &KxWebDlgEngine::scriptWorldCleared);
@@ -106,14 +88,22 @@ void KxWebKitDlgEngine::setZoomFactor(qreal factor)
     m_view->setZoomFactor(factor);
 }
 
-void KxWebKitDlgEngine::publish(const QString& name, QObject* object)
+// WebKit tells of every new document before its script runs
+// (scriptWorldCleared), where the dialog decides: nothing to decide here.
+void KxWebKitDlgEngine::setBridge(const QString& name, QObject* object,
+                                  const std::function<bool(const QUrl& page)>& /*trusted*/)
 {
-    m_page->mainFrame()->addToJavaScriptWindowObject(name, object);
+    m_bridgeName = name;
+    m_bridge = object;
 }
 
-void KxWebKitDlgEngine::lockDocumentDomain()
+void KxWebKitDlgEngine::publishBridge()
 {
-    m_page->mainFrame()->evaluateJavaScript(QLatin1String(kLockDocumentDomain));
+    if (!m_bridge)
+        return;
+    m_page->mainFrame()->addToJavaScriptWindowObject(m_bridgeName, m_bridge);
+    static const QString lock = script(QStringLiteral("lockdocumentdomain.js"));
+    m_page->mainFrame()->evaluateJavaScript(lock);
 }
 
 bool KxWebKitDlgEngine::foreignFrameReachesMainFrame(
