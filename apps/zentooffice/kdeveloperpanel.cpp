@@ -26,6 +26,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -42,6 +43,15 @@ const char kFeatureProperty[] = "productFeature";
 const char* const kAvatars[] = {"demo", "teal", "orange", "file"};
 // The scales offered; 0 leaves it to the screen.
 const qreal kScales[] = {0, 1, 1.25, 1.5, 2};
+
+// An address as the activity shows it: the sign-in token and the hardware
+// identifier in its query are hidden, as they are from every log.
+QString withoutSecrets(const QString& address)
+{
+    static const QRegularExpression secret(QStringLiteral("([?&](token|hId|hdid)=)[^&#]*"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return QString(address).replace(secret, QStringLiteral("\\1(hidden)"));
+}
 
 QString now()
 {
@@ -532,12 +542,12 @@ void KDeveloperPanel::reportWrite(bool written)
 
 void KDeveloperPanel::onUrlCaught(const QUrl& url)
 {
-    addActivity(tr("Opened %1").arg(url.toString()));
+    addActivity(tr("Opened %1").arg(withoutSecrets(url.toString())));
 }
 
 void KDeveloperPanel::onRequestServed(const QString& method, const QString& target, int status)
 {
-    addActivity(tr("Served %1 %2: %3").arg(method, target).arg(status));
+    addActivity(tr("Served %1 %2: %3").arg(method, withoutSecrets(target)).arg(status));
 }
 
 void KDeveloperPanel::onCommandRun(const QString& name)

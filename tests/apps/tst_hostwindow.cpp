@@ -411,7 +411,8 @@ private slots:
 
         m_host->setServicePages(KZentoOfficeHost::LocalPages);
         auto* log = control<QPlainTextEdit>("activity");
-        const int before = log->document()->blockCount();
+        // An empty log still has one (empty) block, which the first line fills.
+        const int before = log->toPlainText().isEmpty() ? 0 : log->document()->blockCount();
         const int caught = m_host->caughtUrls().size();
         if (command == "CLICK")
             QTest::mouseClick(pocket("UserCenter"), Qt::LeftButton);
@@ -425,7 +426,10 @@ private slots:
             QVERIFY2(opened.startsWith("https://account.zentooffice.example/autologin?token=") &&
                          opened.endsWith("&target=" + QUrl::toPercentEncoding(target)),
                      qPrintable(opened));
-            activity.replaceInStrings("OPENED", opened);
+            // The activity hides the token.
+            activity.replaceInStrings(
+                "OPENED",
+                QString(opened).replace(QRegularExpression("token=[^&]*"), "token=(hidden)"));
         }
         QStringList added;
         for (int i = before; i < log->document()->blockCount(); ++i)
