@@ -34,20 +34,13 @@ int digitIn(char c, int base)
     return digit < base ? digit : -1;
 }
 
-// Whether the list file holds a value the settings class would rebuild
-// from binary data ("@Variant(...)"): its reader trusts the lengths stored
-// there, so a damaged one can take gigabytes or end the program. The list
-// only ever holds times and Base64 keys, so such a file is not a list this
-// code wrote; it is left alone, read as empty and never rewritten. The text
-// is looked at with the reader's escapes (\x.., \0..) undone and its
-// quotes and white space dropped, so no spelling of the marker slips
-// through; what that wrongly refuses is no list either.
-bool holdsBinaryValue(const QString& path)
+// The text of an INI file with its escapes undone as the settings class's
+// reader undoes them (\x.., \0.., C's escapes, a line continuation; any
+// other escaped character is dropped), byte by byte.
+QByteArray unescaped(const QByteArray& text)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray text = file.readAll();
+    static const QByteArray escaped("abfnrtv\"?'\\");
+    static const QByteArray meant("\a\b\f\n\r\t\v\"?'\\");
     QByteArray plain;
     plain.reserve(text.size());
     for (int i = 0; i < text.size(); ++i) {
@@ -56,27 +49,38 @@ bool holdsBinaryValue(const QString& path)
             continue;
         }
         const char kind = text.at(++i);
-        const bool hex = kind == 'x';
-        const int base = hex ? 16 : 8;
-        if (!hex && (kind < '0' || kind > '7')) {
-            // C's escapes give their character, as in the reader and as its
-            // writer spells them; it drops any other escaped character.
-            static const QByteArray escaped("abfnrtv\"?'\\");
-            static const QByteArray meant("\a\b\f\n\r\t\v\"?'\\");
+        const int base = kind == 'x' ? 16 : kind >= '0' && kind <= '7' ? 8 : 0;
+        if (base == 0) {
             const int at = escaped.indexOf(kind);
             if (at >= 0)
                 plain += meant.at(at);
             continue;
         }
         // "\x" without a digit gives nothing.
-        if (hex && (i + 1 == text.size() || digitIn(text.at(i + 1), 16) < 0))
+        if (base == 16 && (i + 1 == text.size() || digitIn(text.at(i + 1), 16) < 0))
             continue;
-        int code = hex ? 0 : kind - '0';
+        int code = base == 16 ? 0 : kind - '0';
         for (int digit; i + 1 < text.size() && (digit = digitIn(text.at(i + 1), base)) >= 0; ++i)
             code = (code * base + digit) & 0xFFFF;
         plain += char(code & 0xFF);
     }
-    // Quotes, line continuations and spaces do not part the marker either.
+    return plain;
+}
+
+// Whether the list file holds a value the settings class would rebuild
+// from binary data ("@Variant(...)"): its reader trusts the lengths stored
+// there, so a damaged one can take gigabytes or end the program. The list
+// only ever holds times and Base64 keys, so such a file is not a list this
+// code wrote; it is left alone, read as empty and never rewritten. The
+// marker is looked for with the escapes undone and quotes and white space
+// dropped, so no spelling of it slips through; what that wrongly refuses is
+// no list either.
+bool holdsBinaryValue(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray plain = unescaped(file.readAll());
     plain.replace('"', QByteArray());
     return plain.simplified().replace(' ', QByteArray()).contains("@Variant(");
 }
