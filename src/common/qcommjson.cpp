@@ -2,6 +2,7 @@
 
 #include <json/json.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -11,6 +12,25 @@ Json::Value member(const Json::Value& object, const QString& key, const Json::Va
 {
     const QByteArray name = key.toUtf8();
     return object.get(name.constData(), name.constData() + name.size(), fallback);
+}
+
+// QString::fromUtf8 drops a byte-order mark at the start of its input, so
+// a text beginning with U+FEFF would lose it each time it is read. Leading
+// marks are counted out and put back.
+QString textOf(const char* begin, const char* end)
+{
+    static constexpr char kMark[] = "\xEF\xBB\xBF";
+    int marks = 0;
+    while (end - begin >= 3 && std::equal(kMark, kMark + 3, begin)) {
+        begin += 3;
+        ++marks;
+    }
+    return QString(marks, QChar(0xFEFF)) + QString::fromUtf8(begin, static_cast<int>(end - begin));
+}
+
+QString textOf(const std::string& text)
+{
+    return textOf(text.data(), text.data() + text.size());
 }
 
 Json::Value stringValue(const QString& text)
@@ -53,7 +73,7 @@ QString jsonValue2String(const Json::Value& value, const QString& defaultValue)
         const char* begin = nullptr;
         const char* end = nullptr;
         value.getString(&begin, &end);
-        return QString::fromUtf8(begin, static_cast<int>(end - begin));
+        return textOf(begin, end);
     }
     case Json::booleanValue:
         return value.asBool() ? QStringLiteral("true") : QStringLiteral("false");
@@ -123,7 +143,7 @@ QString jsonGetString(const Json::Value& object, const QString& key, const QStri
     const Json::Value value = member(object, key, stringValue(defaultValue));
     if (!value.isConvertibleTo(Json::stringValue))
         return defaultValue;
-    return QString::fromStdString(value.asString());
+    return textOf(value.asString());
 }
 
 QString jsonArray2String(const Json::Value& array, unsigned int index, const QString& defaultValue)

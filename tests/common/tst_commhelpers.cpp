@@ -563,6 +563,8 @@ private slots:
             << Json::Value(1e19) << "1e+19" << 10000000000000000000ull;
         QTest::newRow("string") << Json::Value("42") << "42" << 42ull;
         QTest::newRow("string, not a number") << Json::Value("hé 世界") << "hé 世界" << 0ull;
+        QTest::newRow("string led by byte-order marks, kept")
+            << Json::Value("\xEF\xBB\xBF\xEF\xBB\xBFx") << QStringLiteral("\uFEFF\uFEFFx") << 0ull;
         QTest::newRow("false") << Json::Value(false) << "false" << 77ull;
         QTest::newRow("array") << parse("[1, 2]") << "dflt" << 77ull;
         QTest::newRow("object, compact with line end")
@@ -601,11 +603,11 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("expected");
         const auto row = [](const char* tag, const Json::Value& object, const char* key,
-                            const char* expected) {
+                            const QString& expected) {
             QTest::newRow(tag) << object << key << expected;
         };
         const Json::Value user = parse(R"({ "Name": "Ann", "big": 1234567.0, "IsLogined": true,
-            "nil": null, "obj": { "k": "v" }, "名字": "张三" })");
+            "nil": null, "obj": { "k": "v" }, "名字": "张三", "mark": "\ufeffA" })");
         row("text", user, "Name", "Ann Ann 0 false true");
         row("real: jsonGetString has the library format it", user, "big",
             "1.23457e+06 1234567.0 1234567 true true");
@@ -614,6 +616,8 @@ private slots:
         row("object member", user, "obj", "{\"k\":\"v\"}\n dflt 9 false true");
         row("missing, case-sensitive", user, "name", "dflt dflt 9 false true");
         row("non-ASCII key", user, "名字", "张三 张三 0 false true");
+        row("leading byte-order mark kept", user, "mark",
+            QStringLiteral("\uFEFFA \uFEFFA 0 false true"));
         row("null container", Json::Value(), "Name", "dflt dflt 9 false true");
         row("array container", parse(R"([{"Name": 1}])"), "Name", "dflt dflt 9 false true");
     }

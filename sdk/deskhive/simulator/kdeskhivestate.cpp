@@ -4,6 +4,8 @@
 
 #include <json/value.h>
 
+#include <string>
+
 namespace {
 
 bool boolMember(const Json::Value& root, const char* key)
@@ -12,10 +14,24 @@ bool boolMember(const Json::Value& root, const char* key)
     return value.isBool() && value.asBool();
 }
 
+// QString::fromUtf8 drops a byte-order mark at the start of its input; a
+// name beginning with U+FEFF would lose one on every read and write of the
+// state file. Leading marks are counted out and put back.
+QString textOf(const std::string& text)
+{
+    static const std::string kMark = "\xEF\xBB\xBF";
+    std::string::size_type start = 0;
+    while (text.compare(start, kMark.size(), kMark) == 0)
+        start += kMark.size();
+    const auto rest = static_cast<int>(text.size() - start);
+    return QString(static_cast<int>(start / kMark.size()), QChar(0xFEFF)) +
+           QString::fromUtf8(text.data() + start, rest);
+}
+
 QString stringMember(const Json::Value& root, const char* key)
 {
     const Json::Value& value = root[key];
-    return value.isString() ? QString::fromStdString(value.asString()) : QString();
+    return value.isString() ? textOf(value.asString()) : QString();
 }
 
 Json::Value stringValue(const QString& text)
