@@ -73,8 +73,9 @@ check-format: deps
 	@clang-format --dry-run --Werror $(SOURCES) && echo "check-format: $(words $(SOURCES)) files formatted"
 
 # The libFuzzer targets (fuzz/) in a Clang build of their own, each run for
-# FUZZ_SECONDS on a scratch copy of its seed corpus; a finding fails the
-# target and names the input that reproduces it. CI runs it briefly.
+# FUZZ_SECONDS on a scratch copy of its seed corpus (or, with FUZZ_RUNS, for
+# that many inputs from a fixed seed); a finding fails the target and names
+# the input that reproduces it. CI runs a fixed, repeatable pass.
 FUZZ_DIR ?= $(if $(filter 6,$(QT)),build-fuzz-qt6,build-fuzz)
 FUZZ_SECONDS ?= 60
 .PHONY: fuzz
@@ -83,7 +84,7 @@ fuzz: deps
 	    -DAUTH_SANITIZE=address,undefined -DAUTH_BUILD_FUZZERS=ON -DAUTH_QT_MAJOR=$(QT) \
 	    -DAUTH_BUILD_TESTS=OFF -DAUTH_BUILD_BENCHMARKS=OFF
 	cmake --build $(FUZZ_DIR) -j $(JOBS) --target fuzzers
-	fuzz/run.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
+	FUZZ_RUNS=$(FUZZ_RUNS) fuzz/run.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
 
 # Static analysis with the checks in .clang-tidy, over the ordinary build's
 # compile commands: the sources and headers of src/, sdk/ and apps/. Any

@@ -5,6 +5,10 @@
 # leaks (qt.lsan.supp). A crash, a leak, a timeout or a broken promise
 # fails the run; the input that caused it is kept and named.
 #
+# With FUZZ_RUNS set, each target instead tries that many inputs from a fixed
+# seed (and Qt's hashing unseeded), so two runs try the same inputs: CI's
+# pass is repeatable, and a red one reproduces on any machine.
+#
 #   fuzz/run.sh <build dir> [seconds per target] [target names...]
 set -uo pipefail
 
@@ -22,6 +26,8 @@ if [ ${#targets[@]} -eq 0 ]; then
 fi
 [ ${#targets[@]} -gt 0 ] || { echo "fuzz: no fuzz targets in $build/bin" >&2; exit 1; }
 
+budget=${FUZZ_RUNS:+$FUZZ_RUNS inputs from seed 1}
+budget=${budget:-${seconds}s}
 failed=()
 for name in "${targets[@]}"; do
     bin=$build/bin/fuzz_$name
@@ -29,11 +35,16 @@ for name in "${targets[@]}"; do
     rm -rf "$run"
     mkdir -p "$run/corpus" "$run/artifacts"
     [ -d "$here/corpus/$name" ] && cp -R "$here/corpus/$name/." "$run/corpus/"
-    args=(-max_total_time="$seconds" -timeout=25 -print_final_stats=1
-          -artifact_prefix="$run/artifacts/")
+    args=(-timeout=25 -print_final_stats=1 -artifact_prefix="$run/artifacts/")
+    if [ -n "${FUZZ_RUNS:-}" ]; then
+        args+=(-runs="$FUZZ_RUNS" -seed=1)
+        export QT_HASH_SEED=0
+    else
+        args+=(-max_total_time="$seconds")
+    fi
     [ -f "$here/$name.dict" ] && args+=(-dict="$here/$name.dict")
     lsan="suppressions=$here/qt.lsan.supp:print_suppressions=0${LSAN_OPTIONS:+:$LSAN_OPTIONS}"
-    echo "== fuzz_$name for ${seconds}s (log: $run/log)"
+    echo "== fuzz_$name for $budget (log: $run/log)"
     if LSAN_OPTIONS=$lsan "$bin" "${args[@]}" "$run/corpus" >"$run/log" 2>&1; then
         grep -E '^stat::number_of_executed_units' "$run/log" | sed 's/^stat::/   /'
     else
@@ -49,4 +60,4 @@ if [ ${#failed[@]} -gt 0 ]; then
     echo "fuzz: failed: ${failed[*]}" >&2
     exit 1
 fi
-echo "fuzz: ${#targets[@]} targets ran ${seconds}s each without a finding"
+echo "fuzz: ${#targets[@]} targets ran $budget each without a finding"
