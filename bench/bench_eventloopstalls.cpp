@@ -41,7 +41,15 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
+#if AUTH_BENCH_QTWEBENGINE
+#include <QWebEngineView>
+using KBareView = QWebEngineView;
+#define AUTH_BENCH_ENGINE "QtWebEngine"
+#else
 #include <QWebView>
+using KBareView = QWebView;
+#define AUTH_BENCH_ENGINE "QtWebKit"
+#endif
 
 #include <algorithm>
 #include <functional>
@@ -188,7 +196,7 @@ int main(int argc, char** argv)
     detector->start();
     KStallProbe probe;
     // The web dialog as the first web page of the process, where it pays
-    // for QtWebKit's start.
+    // for the engine's start.
     const bool dialogFirst = app.arguments().contains(QStringLiteral("--dialog-first"));
     std::vector<Phase> phases;
     QTextStream out(stdout);
@@ -259,21 +267,22 @@ int main(int argc, char** argv)
 
     const QUrl offline(QStringLiteral("qrc:/auth_plugin/mui/default/offline.html"));
     const auto bareView = [&] {
-        phases.push_back(
-            runPhase(dialogFirst ? QStringLiteral("(host) bare web view, after the dialog")
-                                 : QStringLiteral("(host) bare web view, QtWebKit's first page"),
-                     probe, detector, [&offline]() -> QString {
-                         QWebView view;
-                         view.resize(600, 400);
-                         view.setUrl(offline);
-                         if (!waitFor(&view, SIGNAL(loadFinished(bool))))
-                             return QStringLiteral("the page did not load");
-                         view.show();
-                         QEventLoop settle;
-                         QTimer::singleShot(kSettleMs, &settle, &QEventLoop::quit);
-                         settle.exec();
-                         return QString();
-                     }));
+        phases.push_back(runPhase(
+            dialogFirst
+                ? QStringLiteral("(host) bare web view, after the dialog")
+                : QStringLiteral("(host) bare web view, " AUTH_BENCH_ENGINE "'s first page"),
+            probe, detector, [&offline]() -> QString {
+                KBareView view;
+                view.resize(600, 400);
+                view.setUrl(offline);
+                if (!waitFor(&view, SIGNAL(loadFinished(bool))))
+                    return QStringLiteral("the page did not load");
+                view.show();
+                QEventLoop settle;
+                QTimer::singleShot(kSettleMs, &settle, &QEventLoop::quit);
+                settle.exec();
+                return QString();
+            }));
     };
 
     if (!dialogFirst)
