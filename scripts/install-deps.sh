@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the tests and the benchmarks need,
-# for both builds: Qt 5.15 with QtWebKit and Qt 6.
+# for both builds: Qt 5.15 with QtWebKit and Qt 6 (and QtWebEngine 5, which
+# the engine-cost benchmark measures beside QtWebKit).
 # Idempotent: packages that are already installed are left alone, and the
 # package index is refreshed only when something has to be installed.
 set -euo pipefail
@@ -8,7 +9,7 @@ set -euo pipefail
 packages=(
     build-essential cmake make binutils pkg-config
     qtbase5-dev qtbase5-dev-tools
-    libqt5webkit5-dev
+    libqt5webkit5-dev qtwebengine5-dev
     qttools5-dev qttools5-dev-tools
     qt6-base-dev qt6-base-dev-tools libgl-dev
     qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
