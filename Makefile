@@ -3,17 +3,26 @@
 # Debian 12 machine.
 
 # QT=5 (the default) or QT=6: the Qt to build with, each in build
-# directories of its own (build-qt6, build-check-qt6 for Qt 6).
+# directories of its own (build-qt6, build-check-qt6 for Qt 6). WEB=webkit,
+# webengine or none: the web dialog's engine, when not the Qt's default
+# (QtWebKit on Qt 5, QtWebEngine on Qt 6), in directories named after it
+# too (build-webengine for Qt 5 with QtWebEngine).
 QT ?= 5
+WEB ?=
+WEB_SUFFIX = $(if $(WEB),-$(WEB))
 ifeq ($(QT),5)
-BUILD_DIR ?= build
-CHECK_DIR ?= build-check
+BUILD_DIR ?= build$(WEB_SUFFIX)
+CHECK_DIR ?= build-check$(WEB_SUFFIX)
 else ifeq ($(QT),6)
-BUILD_DIR ?= build-qt6
-CHECK_DIR ?= build-check-qt6
+BUILD_DIR ?= build-qt6$(WEB_SUFFIX)
+CHECK_DIR ?= build-check-qt6$(WEB_SUFFIX)
 else
 $(error QT is 5 or 6, not "$(QT)")
 endif
+CMAKE_QT = -DAUTH_QT_MAJOR=$(QT) $(if $(WEB),-DAUTH_WEB_ENGINE=$(WEB))
+# Qt 5's offscreen platform has no OpenGL, which QtWebEngine 5 draws with
+# unless Qt Quick renders in software.
+OFFSCREEN_QUICK = $(if $(filter 5,$(QT)),QT_QUICK_BACKEND=software)
 BUILD_TYPE ?= RelWithDebInfo
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
@@ -26,7 +35,7 @@ deps:
 	@scripts/install-deps.sh
 
 configure: deps
-	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) -DAUTH_QT_MAJOR=$(QT)
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_QT)
 
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
@@ -50,7 +59,7 @@ run: build
 	        xvfb-run -a -s "$(XVFB_SCREEN)" $$walk; \
 	    else \
 	        echo "run: no display and no Xvfb; taking the host window's screenshots offscreen"; \
-	        QT_QPA_PLATFORM=offscreen $$walk; \
+	        QT_QPA_PLATFORM=offscreen $(OFFSCREEN_QUICK) $$walk; \
 	    fi && echo "run: screenshots of the host window are in $(SCREENSHOT_DIR)/"; \
 	fi
 
@@ -65,7 +74,7 @@ check: check-build check-format
 
 check-build: deps
 	CC=clang CXX=clang++ cmake -S . -B $(CHECK_DIR) -DCMAKE_BUILD_TYPE=Debug \
-	    -DAUTH_SANITIZE=address,undefined -DAUTH_QT_MAJOR=$(QT)
+	    -DAUTH_SANITIZE=address,undefined $(CMAKE_QT)
 	cmake --build $(CHECK_DIR) -j $(JOBS)
 	cd $(CHECK_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
@@ -76,12 +85,12 @@ check-format: deps
 # FUZZ_SECONDS on a scratch copy of its seed corpus (or, with FUZZ_RUNS, for
 # that many inputs from a fixed seed); a finding fails the target and names
 # the input that reproduces it. CI runs a fixed, repeatable pass.
-FUZZ_DIR ?= $(if $(filter 6,$(QT)),build-fuzz-qt6,build-fuzz)
+FUZZ_DIR ?= $(if $(filter 6,$(QT)),build-fuzz-qt6,build-fuzz)$(WEB_SUFFIX)
 FUZZ_SECONDS ?= 60
 .PHONY: fuzz
 fuzz: deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-	    -DAUTH_SANITIZE=address,undefined -DAUTH_BUILD_FUZZERS=ON -DAUTH_QT_MAJOR=$(QT) \
+	    -DAUTH_SANITIZE=address,undefined -DAUTH_BUILD_FUZZERS=ON $(CMAKE_QT) \
 	    -DAUTH_BUILD_TESTS=OFF -DAUTH_BUILD_BENCHMARKS=OFF
 	cmake --build $(FUZZ_DIR) -j $(JOBS) --target fuzzers
 	FUZZ_RUNS=$(FUZZ_RUNS) fuzz/run.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
@@ -96,7 +105,7 @@ lint: configure
 # Chromium's sandbox does not start as root: as for make run.
 bench: build
 	@if [ "$$(id -u)" = 0 ]; then export QTWEBENGINE_DISABLE_SANDBOX=1; fi; \
-	for b in $(BUILD_DIR)/bin/bench_*; do echo "== $$b"; QT_QPA_PLATFORM=offscreen $$b; done
+	for b in $(BUILD_DIR)/bin/bench_*; do echo "== $$b"; QT_QPA_PLATFORM=offscreen $(OFFSCREEN_QUICK) $$b; done
 
 format:
 	clang-format -i $(SOURCES)

@@ -15,7 +15,8 @@ else()
 endif()
 
 # The web dialog's engine: webkit (QtWebKit, Qt 5 only, the default there),
-# webengine (QtWebEngine with QWebChannel, Qt 6 only, the default there) or
+# webengine (QtWebEngine with QWebChannel, the default on Qt 6; on Qt 5.15
+# too, with qtwebengine5-dev) or
 # none (no web dialog: src/web, the host's web module, the web suites and
 # benchmarks and the gallery's web scenes are left out).
 # AUTH_WEB_ENGINE_TARGETS are what the web module links for it.
@@ -30,9 +31,6 @@ set_property(CACHE AUTH_WEB_ENGINE PROPERTY STRINGS webkit webengine none)
 if(AUTH_QT_MAJOR STREQUAL "6" AND AUTH_WEB_ENGINE STREQUAL "webkit")
     message(FATAL_ERROR "AUTH_WEB_ENGINE=webkit is not available on Qt 6, which has no QtWebKit: "
         "Qt 6 builds run the web dialog on QtWebEngine (AUTH_WEB_ENGINE=webengine)")
-elseif(AUTH_QT_MAJOR STREQUAL "5" AND AUTH_WEB_ENGINE STREQUAL "webengine")
-    message(FATAL_ERROR "AUTH_WEB_ENGINE=webengine is not offered on Qt 5 (not tried there): "
-        "Qt 5 builds run the web dialog on QtWebKit (AUTH_WEB_ENGINE=webkit)")
 elseif(NOT AUTH_WEB_ENGINE MATCHES "^(webkit|webengine|none)$")
     message(FATAL_ERROR "AUTH_WEB_ENGINE is webkit, webengine or none, not \"${AUTH_WEB_ENGINE}\"")
 endif()

@@ -414,6 +414,12 @@ private slots:
         KxWebDlg dialog(fromFile ? QUrl::fromLocalFile(file) : server.url("/page"));
         KUrlCatcher catcher;
         KWarningCatcher warnings;
+        // QtWebEngine 6 tells nothing of a new window's address of a scheme
+        // it does not load: it opens nothing, and there is nothing to warn
+        // of. QtWebEngine 5.15 hands it over, as QtWebKit does.
+        const bool untold = AUTH_WEB_QTWEBENGINE && QT_VERSION_MAJOR == 6 && target == "_blank";
+        const int refusals =
+            int(!untold && (script + link).contains(QRegularExpression("zento:|file:")));
         int alive = -1;
         QUrl before;
         execShown(dialog, [&] {
@@ -424,6 +430,7 @@ private slots:
             if (!link.isEmpty())
                 QVERIFY(clickElement(dialog, "#link"));
             QTRY_COMPARE(popupCount(dialog), 0);
+            QTRY_COMPARE(warnings.warnings().size(), refusals);
             // Loaded again after all that: what it started has happened.
             QSignalSpy loaded(webEngine(dialog), &KxWebDlgEngine::loadFinished);
             js(dialog, "setTimeout(function(){ location.reload(); }, 0)");
@@ -431,11 +438,7 @@ private slots:
         });
         QVERIFY2(alive <= maxPopups(), qPrintable(QString::number(alive)));
         QCOMPARE(catcher.take(), opened.replaceInStrings("%1", base));
-        // QtWebEngine tells nothing of a new window's address of a scheme
-        // it does not load: it opens nothing, and there is nothing to warn of.
-        const bool untold = AUTH_WEB_QTWEBENGINE && target == "_blank";
-        QCOMPARE(warnings.warnings().size(),
-                 int(!untold && (script + link).contains(QRegularExpression("zento:|file:"))));
+        QCOMPARE(warnings.warnings().size(), refusals);
         QCOMPARE(webEngine(dialog)->url(), before);
         QCOMPARE(dialog.windowTitle(), QString("Links"));
         QCOMPARE(server.requestCount("/target"), 0);
