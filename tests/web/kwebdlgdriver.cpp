@@ -155,6 +155,11 @@ QWidget* inputWidget(KxWebDlg& dialog)
 
 bool clickElement(KxWebDlg& dialog, const QString& selector)
 {
+    // QtWebEngine drops input that comes before the page's document has
+    // drawn a frame (after a navigation it keeps showing the last one for a
+    // while): the click waits for the page's next animation frame.
+    js(dialog, QStringLiteral("new Promise(function (drawn) { (window.requestAnimationFrame || "
+                              "setTimeout)(function () { drawn(true); }); })"));
     const QRect rect = elementRect(dialog, selector);
     if (rect.isEmpty())
         return false;
