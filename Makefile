@@ -23,6 +23,10 @@ CMAKE_QT = -DAUTH_QT_MAJOR=$(QT) $(if $(WEB),-DAUTH_WEB_ENGINE=$(WEB))
 # Qt 5's offscreen platform has no OpenGL, which QtWebEngine 5 draws with
 # unless Qt Quick renders in software.
 OFFSCREEN_QUICK = $(if $(filter 5,$(QT)),QT_QUICK_BACKEND=software)
+# Chromium's sandbox (QtWebEngine) does not start as root; the library never
+# turns it off, only the targets that start the host or the benchmarks do,
+# for root: a shell line to put in front of them.
+NO_SANDBOX_AS_ROOT = if [ "$$(id -u)" = 0 ]; then export QTWEBENGINE_DISABLE_SANDBOX=1; fi;
 BUILD_TYPE ?= RelWithDebInfo
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(shell git ls-files '*.cpp' '*.h')
@@ -46,10 +50,8 @@ build: configure
 # says where the pictures are.
 SCREENSHOT_DIR ?= $(BUILD_DIR)/screenshots
 XVFB_SCREEN ?= -screen 0 1280x1024x24 -dpi 96
-# Chromium's sandbox (QtWebEngine, the Qt 6 web dialog) does not start as
-# root; the library never turns it off, only this target does, for root.
 run: build
-	@if [ "$$(id -u)" = 0 ]; then export QTWEBENGINE_DISABLE_SANDBOX=1; fi; \
+	@$(NO_SANDBOX_AS_ROOT) \
 	if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
 	    $(BUILD_DIR)/bin/zentooffice --signed-in; \
 	else \
@@ -102,9 +104,8 @@ lint: configure
 	run-clang-tidy -quiet -p $(BUILD_DIR) -j $(JOBS) \
 	    -header-filter='^$(CURDIR)/(src|sdk|apps)/' '^$(CURDIR)/(src|sdk|apps)/'
 
-# Chromium's sandbox does not start as root: as for make run.
 bench: build
-	@if [ "$$(id -u)" = 0 ]; then export QTWEBENGINE_DISABLE_SANDBOX=1; fi; \
+	@$(NO_SANDBOX_AS_ROOT) \
 	for b in $(BUILD_DIR)/bin/bench_*; do echo "== $$b"; QT_QPA_PLATFORM=offscreen $(OFFSCREEN_QUICK) $$b; done
 
 format:
